@@ -1,0 +1,14 @@
+# The target docs: the API reference as HTML, from the comments of the public headers and the pages under docs/.
+
+find_package(Doxygen REQUIRED OPTIONAL_COMPONENTS dot)
+
+set(DOXYGEN_PROJECT_NAME nyXml)
+set(DOXYGEN_STRIP_FROM_PATH "${PROJECT_SOURCE_DIR}")
+set(DOXYGEN_STRIP_FROM_INC_PATH "${PROJECT_SOURCE_DIR}")
+set(DOXYGEN_FILE_PATTERNS "*.h" "*.md")
+set(DOXYGEN_USE_MDFILE_AS_MAINPAGE "${PROJECT_SOURCE_DIR}/README.md")
+set(DOXYGEN_MACRO_EXPANSION YES)
+set(DOXYGEN_PREDEFINED "NYXML_EXPORT=")
+set(DOXYGEN_JAVADOC_AUTOBRIEF YES)
+set(DOXYGEN_QUIET YES)
+doxygen_add_docs(docs "${PROJECT_SOURCE_DIR}/README.md" "${PROJECT_SOURCE_DIR}/nyXml" "${PROJECT_SOURCE_DIR}/docs" ALL)
