@@ -1,0 +1,21 @@
+#!/usr/bin/env bash
+# Installs the library that scripts/test.sh has built into a folder of its own, and builds and runs the project under
+# tests/outside against nothing but that: with find_package and a plug-in, and once more with pkg-config.
+. "$(dirname "${BASH_SOURCE[0]}")/setup.sh"
+
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+cmake --install build/release --prefix "$work/installed" >"$work/log"
+
+cmake -S tests/outside -B "$work/build" -G Ninja -DCMAKE_PREFIX_PATH="$work/installed" >"$work/log" || {
+    cat "$work/log"
+    fail "the package was not found"
+}
+cmake --build "$work/build"
+"$work/build/outside" "$work/build"
+
+export PKG_CONFIG_PATH
+PKG_CONFIG_PATH=$(dirname "$(find "$work/installed" -name nyXml.pc)")
+# shellcheck disable=SC2046 # several flags
+g++ -std=c++17 tests/outside/main.cpp -o "$work/outside" $(pkg-config --cflags --libs nyXml)
+LD_LIBRARY_PATH=$(pkg-config --variable=libdir nyXml) "$work/outside" "$work/build"

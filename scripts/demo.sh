@@ -1,0 +1,8 @@
+#!/usr/bin/env bash
+# Installs what is missing, builds the library and the example, and runs it.
+. "$(dirname "${BASH_SOURCE[0]}")/setup.sh"
+
+need build
+build release robotCell
+say "running the example"
+exec build/release/examples/robotCell "$@"
