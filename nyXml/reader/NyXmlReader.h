@@ -1,0 +1,182 @@
+#ifndef NYXML_READER_NYXMLREADER_H
+#define NYXML_READER_NYXMLREADER_H
+
+#include <nyXml/compound/NyBaseXmlFactory.h>
+#include <nyXml/core/NyToken.h>
+#include <nyXml/platform/NyXmlExport.h>
+#include <nyXml/reader/NyXmlFileReader.h>
+#include <nyXml/traversal/NyXmlSignals.h>
+
+#include <boost/shared_ptr.hpp>
+
+#include <deque>
+#include <iosfwd>
+#include <memory>
+#include <string>
+#include <string_view>
+
+/// What every read() receives: one document, however many files it is written in.
+///
+/// A stack of file readers. An element `<NyInclude type="simple" href="b.xml"/>` puts another document on top, and nobody above sees
+/// either the element or the end of that document: where it stood, its root stands. Besides, the reader checks the version of each
+/// document, owns the factory for classes that documents name, and reports progress.
+/// \code
+///     std::ifstream stream("model.xml");
+///     NyXmlReader reader("model.xml", stream);
+///     auto mode = reader.readXml();
+///     if (mode == NyXmlFileReader::XML_READER_START_TAG || mode == NyXmlFileReader::XML_READER_EMPTY_TAG)
+///         model.read(reader);
+///     if (!reader.versionFlag() || reader.errorCode() != 0)
+///         ...
+/// \endcode
+///
+/// Nothing is thrown for a bad document: messages go to the print facility with type 4, see NyXmlFileReader for those of the text
+/// itself. An include that cannot be opened costs a message and nothing else: mode and error code stay and the reading goes on behind it.
+///
+/// From one thread at a time. All but the constructors, open(), the factory and the link count need an opened reader.
+class NYXML_EXPORT NyXmlReader {
+public:
+    /// To be opened with open().
+    NyXmlReader();
+
+    /// \param name    the document's path: for messages, and where relative links start
+    /// \param stream  stays the caller's and must outlive the reader; nothing is read before the first readXml()
+    NyXmlReader(std::string const& name, std::istream& stream);
+
+    /// Takes over the open documents, the version flags and the factory; no link count, and no signals: a copy counts in silence.
+    ///
+    /// The copy reads on from the same streams, so that only one of the two can read on in a sensible way. Streams of includes and the
+    /// factory are released by the last reader that holds them.
+    NyXmlReader(NyXmlReader const& other);
+
+    /// Releases the streams of includes that are still open, then the factory. A document left in its middle may draw complaints.
+    virtual ~NyXmlReader();
+
+    /// Begins a document. Once per reader: whatever lies above the first document counts as an include, and its stream is deleted with
+    /// it.
+    virtual void open(std::string const& name, std::istream& stream);
+
+    /// Goes to the next event. Include elements and the ends of included documents are dealt with on the way. After the first event of
+    /// each document its "version" attribute is examined and taken away.
+    ///
+    /// \return XML_READER_EOF at the end of the outermost document. XML_READER_ERROR is final, also inside an include.
+    virtual NyXmlFileReader::XML_READER_MODE readXml();
+
+    /// False if the document examined last is of a newer major version than the library; true otherwise, and without a "version".
+    virtual bool versionFlag() const;
+
+    // The operations of the document now on top, see NyXmlFileReader. Name, line and error code are that document's, too: the error
+    // code of an include goes with it, so look at it before its end.
+
+    virtual NyXmlFileReader::XML_READER_MODE mode() const;
+    virtual NyToken const& element() const;
+    virtual NyToken const& attributeName(NyToken const& name) const;
+    virtual NyToken const& attributeName() const;
+    virtual std::string const& attributeValue(NyToken const& name);
+    virtual std::string const& attributeValue();
+    virtual unsigned int numOfAttributes() const;
+    virtual unsigned int remainingNumOfAttributes() const;
+    virtual std::string const& content() const;
+    virtual std::string const& contentByWord() const;
+    virtual unsigned int contentCount() const;
+    virtual bool isContentAvailable() const;
+    virtual void setContentVectorFlag(bool flag);
+    virtual char const* filename() const;
+    virtual int lineCountOfFile() const;
+    virtual bool nextMatchingEndTag();
+    virtual std::string const& getChildrenAsString();
+    virtual std::istream& stream() const;
+
+    // The fast paths. The caller promises what NyXmlFileReader says: the token is there, on one line and shorter than a block. At the
+    // end of the input there is nothing to find and the call does not return. They see no includes: the document on top is all there is.
+
+    virtual std::string const& getComplexStartTagFast();
+    virtual std::string const& getSimpleStartTagFast();
+    virtual std::string const& getAttributeValueFast();
+    virtual std::string const& getLastAttributeValueFast();
+    virtual std::string const& getContentByWordFast();
+    virtual void getEndTagFast();
+
+    /// Takes ownership, and deletes the factory so far. May be null.
+    virtual void setFactoryPointer(NyBaseXmlFactory* factory);
+
+    /// \return the reader's factory, or null
+    virtual NyBaseXmlFactory const* factoryPointer() const;
+
+    /// Registers a class that documents may name.
+    /// \return true if this call had to make the factory, with newFactory(); false if there was one
+    virtual bool registerComponentCreator(NyToken const& token, NyXmlCreator creator);
+
+    virtual unsigned int errorCode() const;
+
+    /// How many links are to come, 0 if nobody knows. Sends nothing.
+    virtual void setLinkTotal(unsigned int total);
+
+    /// Begins to count anew. The total stays. Sends nothing.
+    virtual void resetLinkCount();
+
+    /// Counts one link and sends the count through the total, or the bare count without one, on "signalReadWriteProgress"; then an
+    /// empty text on "signalReadWriteMsg". Whoever follows links calls it: the reader counts none by itself.
+    virtual void incrementLinkCount();
+
+    /// As copying, for the documents, the flags and the factory; signals and counters stay. A document that is open in both keeps its
+    /// own stream and takes the other's text in hand, as NyXmlFileReader's assignment has it.
+    NyXmlReader& operator=(NyXmlReader const& other);
+
+    /// The word that contentByWord() would give, cut off the content without a copy. For runs of values: not virtual, so take it only
+    /// if typeid(reader) == typeid(NyXmlReader). Empty for empty content. Valid until the next call that reads.
+    std::string_view takeContentWord() noexcept { return m_theTop->takeContentWord(); }
+
+protected:
+    /// Runs after every event. If the element is a `NyInclude`, opens what it links to. A subclass that wants to know of links
+    /// overrides it.
+    ///
+    /// The element carries `type="simple"` and `href`, and is best written in its empty form: an end tag of its own would end the element
+    /// around it for the caller. Any further attribute is reported and not consumed, so that the report never ends: who cannot trust
+    /// a document looks at its includes first.
+    ///
+    /// \return true if it was an include, also one that could not be opened: read on
+    virtual bool openFileTest();
+
+    /// If an included document is at its end, closes it. \return true if so: the document below reads on
+    virtual bool closeFileTest();
+
+    /// Takes a link apart. "http://h/d/e/f" is host "http://h", directory "d/e", file "f"; without "http://" in front the host is empty.
+    /// Backslashes separate as well as slashes.
+    virtual void parseHref(std::string const& href, std::string& host, std::string& directory, std::string& file);
+
+    /// Takes the "version" attribute, if there is one, and compares the numbers in front of the first `.`. Prints a warning for a
+    /// document newer than the library and for one that is two or more behind; the reading goes on.
+    /// \return false for a newer one
+    virtual bool checkVersion();
+
+    /// The factory of a reader that was given none: a new NyXmlFactory.
+    virtual NyBaseXmlFactory* newFactory() const;
+
+    /// Where a link leads from the present document. A relative one begins at that document's host and directory, and a backslash joins
+    /// the two directories: "d/c.xml" in "a/b.xml" is "a\d/c.xml". One that begins with `/` or `c:` is taken as it stands, one with a
+    /// host of its own begins there.
+    std::string pathOfLink(std::string const& href);
+
+private:
+    void push(std::string const& name, std::istream& stream);
+    void pop();
+    void openLink(std::string const& href);
+
+    std::deque<NyXmlFileReader> m_theFileReaders;
+    bool m_theCheckVersionFlag = true;
+    bool m_theVersionFlag = true;
+    /// Shared with copies of this reader only.
+    std::shared_ptr<NyBaseXmlFactory> m_theFactoryPointer;
+    boost::shared_ptr<Ny::SignalReadWriteStatusTraits::SignalType> m_MessageSignal;
+    boost::shared_ptr<Ny::SignalReadWriteProgressTraits::SignalType> m_ProgressSignal;
+    unsigned int m_LinkTotal = 0;
+    unsigned int m_LinkCount = 0;
+
+    /// The last of m_theFileReaders, null if there is none: every event and every word passes through it.
+    NyXmlFileReader* m_theTop = nullptr;
+    /// One for each file reader. Copies of this reader share it, and the last one to let go closes the stream.
+    std::deque<std::shared_ptr<void>> m_theStreamUsers;
+};
+
+#endif

@@ -1,0 +1,79 @@
+#ifndef NYXML_TESTS_SUPPORT_H
+#define NYXML_TESTS_SUPPORT_H
+
+#include <nyXml/platform/NyPrint.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <stdexcept>
+#include <string>
+#include <utility>
+#include <vector>
+
+/// Collects what the library prints for as long as it lives. One at a time.
+class Messages {
+public:
+    Messages()
+    {
+        Ny::Print::setHandler([this](int printType, std::string const& location, std::string const& text) {
+            m_types.push_back(printType);
+            m_locations.push_back(location);
+            m_text += text;
+        });
+    }
+    ~Messages() { Ny::Print::setHandler({}); }
+    Messages(Messages const&) = delete;
+    Messages& operator=(Messages const&) = delete;
+
+    /// All text since the last take.
+    std::string take()
+    {
+        m_types.clear();
+        m_locations.clear();
+        return std::exchange(m_text, std::string());
+    }
+    std::string const& text() const { return m_text; }
+
+    /// Print types and locations since the last take, in order of report. A message that came in pieces is there several times.
+    std::vector<int> const& types() const { return m_types; }
+    std::vector<std::string> const& locations() const { return m_locations; }
+
+private:
+    std::vector<int> m_types;
+    std::vector<std::string> m_locations;
+    std::string m_text;
+};
+
+/// A directory of its own for a test's files, removed with all that is in it.
+class ScratchDirectory {
+public:
+    ScratchDirectory()
+    {
+        std::string name = (std::filesystem::temp_directory_path() / "nyXmlTest.XXXXXX").string();
+        if (mkdtemp(name.data()) == nullptr)
+            throw std::runtime_error("no scratch directory");
+        m_path = name;
+    }
+    ~ScratchDirectory()
+    {
+        std::error_code ignored;
+        std::filesystem::remove_all(m_path, ignored);
+    }
+    ScratchDirectory(ScratchDirectory const&) = delete;
+    ScratchDirectory& operator=(ScratchDirectory const&) = delete;
+
+    /// Writes a file, with the directories to it. \return its path
+    std::string write(std::filesystem::path const& name, std::string const& bytes) const
+    {
+        std::filesystem::create_directories((m_path / name).parent_path());
+        std::ofstream(m_path / name, std::ios::binary) << bytes;
+        return (m_path / name).string();
+    }
+    std::string path(std::filesystem::path const& name = {}) const { return (name.empty() ? m_path : m_path / name).string(); }
+
+private:
+    std::filesystem::path m_path;
+};
+
+#endif
