@@ -1,0 +1,135 @@
+#ifndef NYXML_PLATFORM_NYCONNECTIONMANAGER_H
+#define NYXML_PLATFORM_NYCONNECTIONMANAGER_H
+
+#include <nyXml/platform/NyXmlExport.h>
+
+#include <boost/function/function_fwd.hpp>
+#include <boost/make_shared.hpp>
+#include <boost/shared_ptr.hpp>
+#include <boost/signals2/connection.hpp>
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <utility>
+
+namespace Ny {
+
+namespace ConnectionManagerTypes {
+
+/// Keeps a slot connected. The slot is disconnected when the last owner of the handle lets go; a call of the slot that runs on
+/// another thread at that moment runs to its end.
+class NYXML_EXPORT Connection {
+public:
+    Connection() = default;
+    Connection(Connection const&) = delete;
+    Connection& operator=(Connection const&) = delete;
+    virtual ~Connection() = 0;
+};
+
+/// The handle of one slot of the signal that \p Traits describe.
+template <class Traits>
+class NYXML_EXPORT ConnectionImpl : public Connection {
+public:
+    explicit ConnectionImpl(boost::signals2::connection const& connection) : m_Connection(connection) {}
+
+private:
+    boost::signals2::scoped_connection m_Connection;
+};
+
+/// A signal of any signature, as the manager's map holds it.
+class NYXML_EXPORT SignalHolder {
+public:
+    virtual ~SignalHolder() = default;
+};
+
+/// Shares a signal with everybody who emits it.
+template <class SignalType>
+class NYXML_EXPORT SignalHolderImpl : public SignalHolder {
+public:
+    explicit SignalHolderImpl(boost::shared_ptr<SignalType> signal) : m_Signal(std::move(signal)) {}
+    boost::shared_ptr<SignalType> const& signal() const noexcept { return m_Signal; }
+
+private:
+    boost::shared_ptr<SignalType> m_Signal;
+};
+
+} // namespace ConnectionManagerTypes
+
+class ConnectionManager;
+
+/// Gets the signal that \p Traits name. For those who emit it; who listens uses ConnectionManager::createSlot.
+template <class Traits>
+boost::shared_ptr<typename Traits::SignalType> namedSignal(ConnectionManager& manager);
+
+/// Brings together, by name, those who emit a signal and those who listen.
+///
+/// A signal is described by a traits type with `Signature`, `SignalType` (a Boost signal with int as group type) and
+/// `static std::string name()`; the library's own two are in nyXml/traversal/NyXmlSignals.h:
+/// \code
+///     auto connection = Ny::Application::instance().connectionManager().createSlot<Ny::SignalReadWriteProgressTraits>(
+///         Ny::SignalReadWriteProgressTraits::name(), [](double progress) { show(progress); }, 0);
+///     ... // the slot hears every reader and writer of the process until `connection` goes
+/// \endcode
+///
+/// The library's own signals are there from the start, so that getting one never changes anything and needs no lock. All
+/// operations may be called on several threads at once.
+class NYXML_EXPORT ConnectionManager {
+public:
+    ConnectionManager(ConnectionManager const&) = delete;
+    ConnectionManager& operator=(ConnectionManager const&) = delete;
+
+    /// Connects a slot, whether or not anything emits the signal yet.
+    ///
+    /// \param name   of the signal; made if there is none of that name
+    /// \param slot   called on the emitting thread, also on several threads at once
+    /// \param group  slots run in ascending order of their groups, and within a group in the order in which they connected
+    /// \return the handle that keeps the slot connected; drop it and the slot is gone
+    /// \throws std::bad_cast  if the signal of that name has another type
+    template <class Traits>
+    [[nodiscard]] boost::shared_ptr<ConnectionManagerTypes::Connection>
+    createSlot(std::string const& name, boost::function<typename Traits::Signature> slot, int group)
+    {
+        return boost::make_shared<ConnectionManagerTypes::ConnectionImpl<Traits>>(
+            createSignal<Traits>(name)->connect(group, std::move(slot)));
+    }
+
+private:
+    friend class Application;
+    template <class Traits>
+    friend boost::shared_ptr<typename Traits::SignalType> namedSignal(ConnectionManager& manager);
+
+    using SignalHolder = ConnectionManagerTypes::SignalHolder;
+    using SignalMap = std::map<std::string, std::unique_ptr<SignalHolder>>;
+
+    /// Makes the library's own signals. The body stands where their traits are known: traversal/NyXmlSignals.cpp.
+    ConnectionManager();
+    ~ConnectionManager();
+
+    template <class Traits>
+    boost::shared_ptr<typename Traits::SignalType> createSignal(std::string const& name)
+    {
+        using Holder = ConnectionManagerTypes::SignalHolderImpl<typename Traits::SignalType>;
+        SignalHolder& holder =
+            findOrMake(name, [] { return std::make_unique<Holder>(boost::make_shared<typename Traits::SignalType>()); });
+        return dynamic_cast<Holder&>(holder).signal();
+    }
+
+    SignalHolder& findOrMake(std::string const& name, std::function<std::unique_ptr<SignalHolder>()> const& make);
+
+    SignalMap m_OwnSignals;   ///< the library's; complete, and never changed again, once the constructor is through
+    SignalMap m_OtherSignals; ///< under names that applications thought of; guarded by the mutex
+    std::mutex m_OtherSignalsMutex;
+};
+
+template <class Traits>
+boost::shared_ptr<typename Traits::SignalType> namedSignal(ConnectionManager& manager)
+{
+    return manager.createSignal<Traits>(Traits::name());
+}
+
+} // namespace Ny
+
+#endif
