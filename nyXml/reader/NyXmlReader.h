@@ -5,7 +5,7 @@
 #include <nyXml/core/NyToken.h>
 #include <nyXml/platform/NyXmlExport.h>
 #include <nyXml/reader/NyXmlFileReader.h>
-#include <nyXml/traversal/NyXmlSignals.h>
+#include <nyXml/traversal/NyXmlSignalsFwd.h>
 
 #include <boost/shared_ptr.hpp>
 
@@ -123,9 +123,14 @@ public:
     /// own stream and takes the other's text in hand, as NyXmlFileReader's assignment has it.
     NyXmlReader& operator=(NyXmlReader const& other);
 
-    /// The word that contentByWord() would give, cut off the content without a copy. For runs of values: not virtual, so take it only
-    /// if typeid(reader) == typeid(NyXmlReader). Empty for empty content. Valid until the next call that reads.
+    // Two ways to the content without a copy, for values that read a lot of it. They are not virtual: take them only if
+    // typeid(reader) == typeid(NyXmlReader), or a subclass does not see them. Valid until the next call that reads.
+
+    /// The word that contentByWord() would give, cut off the content. Empty for empty content.
     std::string_view takeContentWord() noexcept { return m_theTop->takeContentWord(); }
+
+    /// What content() would give if the vector flag is off.
+    std::string_view contentView() const noexcept { return m_theTop->contentView(); }
 
 protected:
     /// Runs after every event. If the element is a `NyInclude`, opens what it links to. A subclass that wants to know of links
@@ -156,20 +161,24 @@ protected:
     /// Where a link leads from the present document. A relative one begins at that document's host and directory, and a backslash joins
     /// the two directories: "d/c.xml" in "a/b.xml" is "a\d/c.xml". One that begins with `/` or `c:` is taken as it stands, one with a
     /// host of its own begins there.
-    std::string pathOfLink(std::string const& href);
+    ///
+    /// \param remote  set to whether the path has a host and is read over HTTP
+    std::string pathOfLink(std::string const& href, bool& remote);
 
 private:
+    void findTop();
     void push(std::string const& name, std::istream& stream);
     void pop();
-    void openLink(std::string const& href);
+    bool takeLink(std::string& path, bool& remote);
+    void openLink(std::string const& path, bool remote);
 
     std::deque<NyXmlFileReader> m_theFileReaders;
     bool m_theCheckVersionFlag = true;
     bool m_theVersionFlag = true;
     /// Shared with copies of this reader only.
     std::shared_ptr<NyBaseXmlFactory> m_theFactoryPointer;
-    boost::shared_ptr<Ny::SignalReadWriteStatusTraits::SignalType> m_MessageSignal;
-    boost::shared_ptr<Ny::SignalReadWriteProgressTraits::SignalType> m_ProgressSignal;
+    boost::shared_ptr<Ny::ReadWriteStatusSignal> m_MessageSignal;
+    boost::shared_ptr<Ny::ReadWriteProgressSignal> m_ProgressSignal;
     unsigned int m_LinkTotal = 0;
     unsigned int m_LinkCount = 0;
 

@@ -1,0 +1,375 @@
+#include <nyXml/reader/NyXmlReader.h>
+
+#include <nyXml/compound/NyXmlFactory.h>
+#include <nyXml/core/NyXml.h>
+#include <nyXml/core/NyXmlInfo.h>
+#include <nyXml/platform/NyApplication.h>
+#include <nyXml/platform/NyIfHttpStream.h>
+#include <nyXml/platform/NyPrint.h>
+#include <nyXml/traversal/NyXmlSignals.h>
+
+#include <cstdint>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <system_error>
+
+namespace {
+
+NyToken const includeToken("NyInclude");
+
+constexpr int faultType = Ny::Print::FAULT;
+
+/// Such a path leads to the same file from every document.
+bool isAbsolute(std::string const& path)
+{
+    return path.compare(0, 2, "c:") == 0 || path.compare(0, 2, "C:") == 0 || path.compare(0, 1, "/") == 0;
+}
+
+/// Cuts the text at its last slash or backslash, which goes. Without one all of it is the file.
+void splitAtLastSlash(std::string const& text, std::string& directory, std::string& file)
+{
+    std::size_t const slash = text.find_last_of("\\/");
+    if (slash == std::string::npos) {
+        file = text;
+        return;
+    }
+    directory = text.substr(0, slash);
+    file = text.substr(slash + 1);
+}
+
+std::unique_ptr<std::istream> openStream(std::string const& path, bool remote)
+{
+    if (remote)
+        return std::make_unique<NyIfHttpStream>(path, 1);
+    auto file = std::make_unique<std::ifstream>(path, std::ios::in | std::ios::binary);
+    // Some systems open a directory and fail when it is read, which would end the document around the include.
+    std::error_code ignored;
+    if (std::filesystem::is_directory(path, ignored))
+        file->setstate(std::ios::failbit);
+    return file;
+}
+
+/// The number in front of the first `.`: its low 16 bits.
+std::uint16_t majorNumber(std::string const& version)
+{
+    return static_cast<std::uint16_t>(std::strtol(version.substr(0, version.find('.')).c_str(), nullptr, 10));
+}
+
+} // namespace
+
+NyXmlReader::NyXmlReader()
+    : m_MessageSignal(Ny::namedSignal<Ny::SignalReadWriteStatusTraits>(Ny::Application::instance().connectionManager())),
+      m_ProgressSignal(Ny::namedSignal<Ny::SignalReadWriteProgressTraits>(Ny::Application::instance().connectionManager()))
+{}
+
+NyXmlReader::NyXmlReader(std::string const& name, std::istream& stream) : NyXmlReader() { push(name, stream); }
+
+NyXmlReader::NyXmlReader(NyXmlReader const& other)
+    : m_theFileReaders(other.m_theFileReaders),
+      m_theCheckVersionFlag(other.m_theCheckVersionFlag),
+      m_theVersionFlag(other.m_theVersionFlag),
+      m_theFactoryPointer(other.m_theFactoryPointer),
+      m_theStreamUsers(other.m_theStreamUsers)
+{
+    findTop();
+}
+
+NyXmlReader::~NyXmlReader()
+{
+    while (!m_theFileReaders.empty())
+        pop();
+    m_theFactoryPointer.reset();
+}
+
+NyXmlReader& NyXmlReader::operator=(NyXmlReader const& other)
+{
+    if (this == &other)
+        return *this;
+    while (m_theFileReaders.size() > other.m_theFileReaders.size())
+        pop();
+    // A file reader that is assigned to keeps its stream, one that is new to the stack comes with the other's.
+    std::size_t const kept = m_theStreamUsers.size();
+    m_theStreamUsers.insert(m_theStreamUsers.end(), other.m_theStreamUsers.begin() + static_cast<std::ptrdiff_t>(kept),
+                            other.m_theStreamUsers.end());
+    m_theFileReaders = other.m_theFileReaders;
+    findTop();
+    m_theCheckVersionFlag = other.m_theCheckVersionFlag;
+    m_theVersionFlag = other.m_theVersionFlag;
+    m_theFactoryPointer = other.m_theFactoryPointer;
+    return *this;
+}
+
+// The stack
+
+void NyXmlReader::findTop() { m_theTop = m_theFileReaders.empty() ? nullptr : &m_theFileReaders.back(); }
+
+void NyXmlReader::push(std::string const& name, std::istream& stream)
+{
+    m_theStreamUsers.push_back(std::make_shared<char>());
+    m_theFileReaders.emplace_back(name, stream);
+    findTop();
+}
+
+void NyXmlReader::pop()
+{
+    // The bottom stream is the caller's. One of an include is ours, and that of the copies made of us while it was open.
+    if (m_theFileReaders.size() > 1 && m_theStreamUsers.back().use_count() == 1)
+        m_theTop->close();
+    m_theFileReaders.pop_back();
+    m_theStreamUsers.pop_back();
+    findTop();
+}
+
+void NyXmlReader::open(std::string const& name, std::istream& stream)
+{
+    push(name, stream);
+    m_theCheckVersionFlag = true;
+    m_theVersionFlag = true;
+}
+
+// Hot: once per event of every document. The hooks cost a look at the element's name and one at the mode.
+NyXmlFileReader::XML_READER_MODE NyXmlReader::readXml()
+{
+    bool readOn = true;
+    while (readOn) {
+        m_theTop->readXml();
+        if (openFileTest())
+            // A document in error keeps its last element in sight: if that is an include, no further event leads away from it.
+            readOn = m_theTop->mode() != NyXmlFileReader::XML_READER_ERROR;
+        else
+            readOn = closeFileTest();
+    }
+    if (m_theCheckVersionFlag) {
+        m_theCheckVersionFlag = false;
+        m_theVersionFlag = checkVersion();
+    }
+    return m_theTop->mode();
+}
+
+bool NyXmlReader::closeFileTest()
+{
+    if (m_theTop->mode() != NyXmlFileReader::XML_READER_EOF || m_theFileReaders.size() < 2)
+        return false;
+    pop();
+    return true;
+}
+
+// Includes
+
+bool NyXmlReader::openFileTest()
+{
+    // Whatever the mode: a child that stands between an include's tags is an include's end, too.
+    if (element() != includeToken)
+        return false;
+
+    m_theCheckVersionFlag = true;
+    std::string path;
+    bool remote = false;
+    if (takeLink(path, remote))
+        openLink(path, remote);
+    else
+        Ny::Print::write(faultType, "NyXmlReader Error: XLink syntax not correct.\n\tFile: %s\n\tLine: %d\n", filename(),
+                         lineCountOfFile());
+    return true;
+}
+
+/// Takes the attributes of an include element. False if one of the two is missing.
+bool NyXmlReader::takeLink(std::string& path, bool& remote)
+{
+    bool typeSeen = false;
+    bool linkSeen = false;
+    while (remainingNumOfAttributes() != 0) {
+        std::string const name = attributeName();
+        if (name == "type") {
+            typeSeen = true;
+            if (attributeValue() != "simple")
+                Ny::Print::write(faultType, "NyXmlReader Error: XLink 'type' needs to be simple.\n\tFile: %s\n\tLine: %d\n",
+                                 filename(), lineCountOfFile());
+        } else if (name == "href") {
+            linkSeen = true;
+            path = pathOfLink(attributeValue(), remote);
+        } else {
+            // Not taken, so it comes again: a document with a foreign attribute here does not get past it, and whoever watches the
+            // messages stops it there.
+            Ny::Print::write(faultType,
+                             "NyXmlReader Error: attribute name can only be simple and href, not %s.\n\tFile: %s\n\tLine: %d\n",
+                             name.c_str(), filename(), lineCountOfFile());
+        }
+    }
+    return typeSeen && linkSeen;
+}
+
+void NyXmlReader::openLink(std::string const& path, bool remote)
+{
+    std::unique_ptr<std::istream> stream = openStream(path, remote);
+    if (stream->fail()) {
+        // The path is not told: programs that watch the messages compare this one as a whole.
+        Ny::Print::write(faultType, "NyXmlReader Error: not able to open file: %s\n", "");
+        return;
+    }
+    push(path, *stream);
+    stream.release(); // pop() closes it
+}
+
+std::string NyXmlReader::pathOfLink(std::string const& href, bool& remote)
+{
+    std::string host, directory, file;
+    parseHref(href, host, directory, file);
+    remote = false;
+    if (host.empty() && isAbsolute(href))
+        return href;
+
+    std::string parentHost, parentDirectory, parentFile;
+    parseHref(filename(), parentHost, parentDirectory, parentFile);
+    if (host.empty())
+        host = parentHost;
+    else
+        parentDirectory.clear();
+    if (!isAbsolute(directory) && !parentDirectory.empty())
+        directory = directory.empty() ? parentDirectory : parentDirectory + '\\' + directory;
+
+    remote = !host.empty();
+    std::string path;
+    if (!host.empty())
+        path += host + '/';
+    if (!directory.empty())
+        path += directory + '/';
+    return path + file;
+}
+
+void NyXmlReader::parseHref(std::string const& href, std::string& host, std::string& directory, std::string& file)
+{
+    static constexpr std::string_view scheme = "http://";
+
+    host.clear();
+    directory.clear();
+    file.clear();
+    if (href.compare(0, scheme.size(), scheme) != 0) {
+        splitAtLastSlash(href, directory, file);
+        return;
+    }
+    std::size_t const slash = href.find_first_of("\\/", scheme.size());
+    host = href.substr(0, slash);
+    if (slash != std::string::npos)
+        splitAtLastSlash(href.substr(slash + 1), directory, file);
+}
+
+// The version
+
+bool NyXmlReader::versionFlag() const { return m_theVersionFlag; }
+
+bool NyXmlReader::checkVersion()
+{
+    m_theVersionFlag = true;
+    if (attributeName(NyXml::NyVersionToken) != NyXml::NyVersionToken)
+        return true;
+    std::string const version = attributeValue(NyXml::NyVersionToken);
+    if (version == NyXmlLibraryVersion)
+        return true;
+
+    int const ofFile = majorNumber(version);
+    int const ofLibrary = majorNumber(NyXmlLibraryVersion);
+    if (ofLibrary < ofFile) {
+        Ny::Print::write(faultType,
+                         "NyXmlObject::checkVersion warning: Input file version (v%s) is greater than code base version (v%s).\n",
+                         version.c_str(), NyXmlLibraryVersion.c_str());
+        m_theVersionFlag = false;
+    } else if (ofFile + 1 < ofLibrary) {
+        Ny::Print::write(
+            faultType,
+            "NyXmlObject::checkVersion warning: Input file version (v%s) is two versions smaller than code base version (v%s).\n",
+            version.c_str(), NyXmlLibraryVersion.c_str());
+    }
+    return m_theVersionFlag;
+}
+
+// Forwarding
+
+NyXmlFileReader::XML_READER_MODE NyXmlReader::mode() const { return m_theTop->mode(); }
+
+NyToken const& NyXmlReader::element() const { return m_theTop->element(); }
+
+NyToken const& NyXmlReader::attributeName(NyToken const& name) const { return m_theTop->attributeName(name); }
+
+NyToken const& NyXmlReader::attributeName() const { return m_theTop->attributeName(); }
+
+std::string const& NyXmlReader::attributeValue(NyToken const& name) { return m_theTop->attributeValue(name); }
+
+std::string const& NyXmlReader::attributeValue() { return m_theTop->attributeValue(); }
+
+unsigned int NyXmlReader::numOfAttributes() const { return m_theTop->numOfAttributes(); }
+
+unsigned int NyXmlReader::remainingNumOfAttributes() const { return m_theTop->remainingNumOfAttributes(); }
+
+std::string const& NyXmlReader::content() const { return m_theTop->content(); }
+
+std::string const& NyXmlReader::contentByWord() const { return m_theTop->contentByWord(); }
+
+unsigned int NyXmlReader::contentCount() const { return m_theTop->contentCount(); }
+
+bool NyXmlReader::isContentAvailable() const { return m_theTop->isContentAvailable(); }
+
+void NyXmlReader::setContentVectorFlag(bool flag) { m_theTop->setContentVectorFlag(flag); }
+
+char const* NyXmlReader::filename() const { return m_theTop->filename(); }
+
+int NyXmlReader::lineCountOfFile() const { return m_theTop->lineCountOfFile(); }
+
+bool NyXmlReader::nextMatchingEndTag() { return m_theTop->nextMatchingEndTag(); }
+
+std::string const& NyXmlReader::getChildrenAsString() { return m_theTop->getChildrenAsString(); }
+
+std::istream& NyXmlReader::stream() const { return m_theTop->stream(); }
+
+std::string const& NyXmlReader::getComplexStartTagFast() { return m_theTop->getComplexStartTagFast(); }
+
+std::string const& NyXmlReader::getSimpleStartTagFast() { return m_theTop->getSimpleStartTagFast(); }
+
+std::string const& NyXmlReader::getAttributeValueFast() { return m_theTop->getAttributeValueFast(); }
+
+std::string const& NyXmlReader::getLastAttributeValueFast() { return m_theTop->getLastAttributeValueFast(); }
+
+std::string const& NyXmlReader::getContentByWordFast() { return m_theTop->getContentByWordFast(); }
+
+void NyXmlReader::getEndTagFast() { m_theTop->getEndTagFast(); }
+
+unsigned int NyXmlReader::errorCode() const { return m_theTop->errorCode(); }
+
+// The factory
+
+void NyXmlReader::setFactoryPointer(NyBaseXmlFactory* factory)
+{
+    if (factory != m_theFactoryPointer.get())
+        m_theFactoryPointer.reset(factory);
+}
+
+NyBaseXmlFactory const* NyXmlReader::factoryPointer() const { return m_theFactoryPointer.get(); }
+
+bool NyXmlReader::registerComponentCreator(NyToken const& token, NyXmlCreator creator)
+{
+    bool const made = m_theFactoryPointer == nullptr;
+    if (made)
+        m_theFactoryPointer.reset(newFactory());
+    m_theFactoryPointer->registerComponentCreator(token, creator);
+    return made;
+}
+
+NyBaseXmlFactory* NyXmlReader::newFactory() const { return new NyXmlFactory; }
+
+// The link count
+
+void NyXmlReader::setLinkTotal(unsigned int total) { m_LinkTotal = total; }
+
+void NyXmlReader::resetLinkCount() { m_LinkCount = 0; }
+
+void NyXmlReader::incrementLinkCount()
+{
+    ++m_LinkCount;
+    double const links = m_LinkCount;
+    double const progress = m_LinkTotal != 0 ? links / m_LinkTotal : links;
+    if (m_ProgressSignal != nullptr)
+        (*m_ProgressSignal)(progress);
+    if (m_MessageSignal != nullptr)
+        (*m_MessageSignal)(std::string());
+}
