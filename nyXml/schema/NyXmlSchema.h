@@ -7,6 +7,7 @@
 #include <nyXml/schema/NyXmlSchemaGlobalElementType.h>
 #include <nyXml/schema/NyXmlSchemaGroupType.h>
 
+#include <cstddef>
 #include <iosfwd>
 #include <map>
 #include <memory>
@@ -128,19 +129,27 @@ public:
                                  std::string& contentType) const;
 
 private:
-    class Index;
+    /// The last tag operation, for setType(): does the type belong to an attribute?
+    enum Operation : int { NONE = 0, START_TAG = 1, ATTRIBUTE_NAME = 2, ATTRIBUTE_TYPE = 3, CONTENT_TYPE = 4, END_TAG = 5 };
+
+    /// What a visited element turned out to be.
     struct Description {
         std::string type;
         std::string contentType;
     };
+
     /// Local name, namespace and run-time type name of a visited element.
     using VisitKey = std::tuple<std::string, std::string, std::string>;
-
     static VisitKey visitKey(NyToken const& token, std::string const& typeId);
-    Index& index();
-    void close(NyXmlSchemaElement* parent);
 
-    int m_theLastOperation = 0;
+    class Index;
+    Index& index();
+    void writeDocument(std::ostream& stream, std::size_t which, std::vector<std::string> const& fileNames);
+    void writeGroups(std::ostream& stream, std::string const& ns);
+    void writeSimpleTypes(std::ostream& stream, std::string const& ns);
+    void writeElement(std::ostream& stream, NyXmlSchemaElementType const& element, std::string const& ns);
+
+    Operation m_theLastOperation = NONE;
     NyXmlSchemaElement m_theRootElement;
     NyXmlSchemaElement* m_theCurrentElement; ///< the open element, in our tree (a copy's: in its source's)
     std::vector<NyXmlSchemaGlobalElementType> m_theGlobalElements;
@@ -151,7 +160,7 @@ private:
     std::map<std::string, std::string> m_thePrefixes; ///< namespace to prefix
     std::vector<std::string> m_theNamespaces;         ///< in the order of their first use
     std::map<VisitKey, Description> m_theRegistry;
-    /// Faster ways into the tables above; null until needed. A copy makes its own, since ours points into our tables.
+    /// Faster ways into the tables above, null until needed. A copy makes its own, since ours points into our tables.
     std::unique_ptr<Index> m_theIndex;
 };
 

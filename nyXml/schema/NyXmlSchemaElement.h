@@ -23,7 +23,8 @@ public:
 
     NyXmlSchemaElement() = default;
 
-    /// \param schema  the builder whose tables take the records; not owned
+    /// \param schema  the builder whose tables take the records; not owned. An element without one is for filling in and comparing: it
+    ///                must not be closed
     /// \param parent  null for the root of a tree; not owned
     NyXmlSchemaElement(NyXmlSchema* schema, NyXmlSchemaElement* parent);
 
@@ -81,13 +82,14 @@ public:
     void setTypeIdString(std::string const& typeId) { m_theTypeIdString = typeId; }
 
 private:
-    std::string qualifiedName(char const* suffix) const;
     void enterComplexType();
-    std::vector<NyXmlSchemaElementType> mergedChildren();
-    void fillWithGroups(NyXmlSchemaComplexType& complexType, std::vector<NyXmlSchemaElementType>& records);
-    void closeGroup(NyXmlSchemaComplexType& complexType, NyXmlSchemaElementType& last,
-                    std::vector<NyXmlSchemaElementType>& members);
+    std::vector<NyXmlSchemaElementType> recordsOfChildren();
+    void distribute(std::vector<NyXmlSchemaElementType>& records, NyXmlSchemaComplexType& complexType);
+    void closeGroup(NyXmlSchemaElementType& last, std::vector<NyXmlSchemaElementType>& members,
+                    NyXmlSchemaComplexType& complexType);
     void enterEmptyType();
+    void declareIfGlobal();
+    std::string qualifiedName(char const* suffix) const; ///< "demo:robot.Type"
 
     NyXmlSchema* m_theSchema = nullptr;
     NyXmlSchemaElement* m_theParent = nullptr;

@@ -62,6 +62,9 @@ public:
     virtual bool nillable() const { return m_theNillable; }
     virtual void setNillable(bool nillable) { m_theNillable = nillable; }
 
+    /// True for the name of a type that tells nothing: "empty.Type" stands somewhere in it.
+    static bool isEmptyType(std::string const& type) { return type.find("empty.Type") != std::string::npos; }
+
     /// Takes over what the other record knows better: a type that is not empty, a minimum occurrence of 0, a nillable flag.
     ///
     /// Does not ask whether the two are convertible, and leaves name, namespace, mode and group index alone.
