@@ -138,13 +138,13 @@ TEST_F(PlatformHttpStream, BodyArrivesWhileTheServerStillWrites)
     std::atomic<bool> gate{ false };
     Server server({ { "/a.xml", { { ok + "\r\n<a>", "<b/>", "</a>" }, false, &gate } } });
     NyIfHttpStream::Limits limits;
-    limits.stall = 300ms;
+    limits.stall = 700ms;
     NyIfHttpStream stream(server.url("/a.xml"), 1, limits);
     ASSERT_TRUE(stream);
     char first[3];
     ASSERT_TRUE(stream.read(first, 3)); // the server writes no more until we have this
     EXPECT_EQ(std::string(first, 3), "<a>");
-    std::this_thread::sleep_for(400ms); // longer than a server may stall, but it is the reader who takes its time
+    std::this_thread::sleep_for(800ms); // longer than a server may stall, but it is the reader who takes its time
     gate = true;
     EXPECT_EQ(rest(stream), "<b/></a>");
     EXPECT_FALSE(stream.bad());
@@ -218,7 +218,7 @@ TEST_F(PlatformHttpStream, BodyThatBreaksOffOrStallsEndsBad)
     EXPECT_EQ(fetched(server.url("/length")), "<a><b/> bad");
     EXPECT_EQ(fetched(server.url("/chunk")), "<a><b bad");
     NyIfHttpStream::Limits limits;
-    limits.stall = 200ms;
+    limits.stall = 500ms;
     auto const start = Clock::now();
     EXPECT_EQ(fetched(server.url("/stall"), limits), "<a> bad");
     limits.leastBytes = 1000000; // it sends some, but not enough
