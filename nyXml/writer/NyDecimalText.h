@@ -1,0 +1,15 @@
+#ifndef NYXML_WRITER_NYDECIMALTEXT_H
+#define NYXML_WRITER_NYDECIMALTEXT_H
+
+#include <string>
+
+/// The text of a real, exactly as a stream in the classic locale inserts it with neither the fixed nor the scientific flag; that is as
+/// printf's "%.*g" has it. Part of NyXmlWriter.
+namespace NyDecimalText {
+
+/// Replaces \p text. \param precision  significant digits at most; 0 counts as 1, a negative one as 6
+void assign(std::string& text, double value, int precision);
+
+} // namespace NyDecimalText
+
+#endif
