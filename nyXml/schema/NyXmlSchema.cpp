@@ -33,6 +33,7 @@ NyXmlSchema& NyXmlSchema::operator=(NyXmlSchema const& other)
     m_theGroupIndex = other.m_theGroupIndex;
     m_thePrefixes = other.m_thePrefixes;
     m_theNamespaces = other.m_theNamespaces;
+    m_theOpenNames = other.m_theOpenNames;
     m_theIndex.reset();
     return *this;
 }
@@ -50,15 +51,16 @@ NyXmlSchema::~NyXmlSchema() = default;
 
 bool NyXmlSchema::writeStartTag(NyToken const& token, XML_STARTTAG_OPTION mode)
 {
-    bool const isOpen = m_theCurrentElement->isRecursiveElement(token);
+    bool const wasOpen = isOpen(token);
     std::string const ns = token.xmlNamespace();
     if (m_thePrefixes.count(ns) == 0) {
         m_thePrefixes[ns] = ns.substr(ns.rfind('/') + 1); // all of it without a "/": npos + 1 is 0
         m_theNamespaces.push_back(ns);
     }
     m_theLastOperation = START_TAG;
+    m_theOpenNames.emplace(token.token(), ns);
     m_theCurrentElement = m_theCurrentElement->writeStartTag(token, mode, m_theGroupIndex);
-    return isOpen;
+    return wasOpen;
 }
 
 bool NyXmlSchema::writeStartTagUsingParentNamespace(std::string const& localName, XML_STARTTAG_OPTION mode)
@@ -108,15 +110,33 @@ void NyXmlSchema::setType(std::type_info const& info)
 void NyXmlSchema::writeEndTag()
 {
     m_theLastOperation = END_TAG;
-    if (m_theCurrentElement->parent() != nullptr) // else an end tag too many: nothing is open
+    if (leaveOpenElement())
         m_theCurrentElement = m_theCurrentElement->writeEndTag();
 }
 
 void NyXmlSchema::writeEndTagRecursive()
 {
     m_theLastOperation = END_TAG;
-    if (m_theCurrentElement->parent() != nullptr)
+    if (leaveOpenElement())
         m_theCurrentElement = m_theCurrentElement->writeEndTagRecursive();
+}
+
+// What the open element's isRecursiveElement() says. The nameless root counts as one of the ancestors.
+bool NyXmlSchema::isOpen(NyToken const& token) const
+{
+    return token == m_theRootElement.elementName() || m_theOpenNames.count({ token.token(), token.xmlNamespace() }) != 0;
+}
+
+// False if nothing is open, for an end tag too many.
+bool NyXmlSchema::leaveOpenElement()
+{
+    if (m_theCurrentElement->parent() == nullptr)
+        return false;
+    NyToken const& name = m_theCurrentElement->elementName();
+    auto const open = m_theOpenNames.find({ name.token(), name.xmlNamespace() });
+    if (open != m_theOpenNames.end())
+        m_theOpenNames.erase(open);
+    return true;
 }
 
 // The registry ends the walk through classes that have members of their own class, and spares describing anything twice. The first

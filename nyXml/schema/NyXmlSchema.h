@@ -11,9 +11,11 @@
 #include <iosfwd>
 #include <map>
 #include <memory>
+#include <set>
 #include <string>
 #include <tuple>
 #include <typeinfo>
+#include <utility>
 #include <vector>
 
 /// Collects XML Schema types from a walk over an object and writes them as XSD files, one for each namespace.
@@ -142,6 +144,9 @@ private:
     using VisitKey = std::tuple<std::string, std::string, std::string>;
     static VisitKey visitKey(NyToken const& token, std::string const& typeId);
 
+    bool isOpen(NyToken const& token) const;
+    bool leaveOpenElement();
+
     class Index;
     Index& index();
     void writeDocument(std::ostream& stream, std::size_t which, std::vector<std::string> const& fileNames);
@@ -160,6 +165,9 @@ private:
     std::map<std::string, std::string> m_thePrefixes; ///< namespace to prefix
     std::vector<std::string> m_theNamespaces;         ///< in the order of their first use
     std::map<VisitKey, Description> m_theRegistry;
+    /// Local name and namespace of every open element: with classes nested a thousand deep, to ask each ancestor took ten times as
+    /// long as all the rest of a walk.
+    std::multiset<std::pair<std::string, std::string>> m_theOpenNames;
     /// Faster ways into the tables above, null until needed. A copy makes its own, since ours points into our tables.
     std::unique_ptr<Index> m_theIndex;
 };
