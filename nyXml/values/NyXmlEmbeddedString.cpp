@@ -1,0 +1,18 @@
+#include <nyXml/values/NyXmlEmbeddedString.h>
+
+#include <nyXml/platform/NyPrint.h>
+#include <nyXml/reader/NyXmlReader.h>
+
+NyXmlEmbeddedString::~NyXmlEmbeddedString() = default;
+
+bool NyXmlEmbeddedString::read(NyXmlReader& reader)
+{
+    if (NyXmlObject::read(reader) && reader.mode() == NyXmlFileReader::XML_READER_START_TAG) {
+        setValueFromString(reader.getChildrenAsString());
+        if (reader.mode() == NyXmlFileReader::XML_READER_END_TAG)
+            return true;
+    }
+    Ny::Print::write(Ny::Print::FAULT, "NyXmlEmbeddedString: file not valid.\n\tNo data found.\n\tFile: %s\n\tLine: %d\n",
+                     reader.filename(), reader.lineCountOfFile());
+    return false;
+}

@@ -1,0 +1,86 @@
+#ifndef NYXML_VALUES_NYXMLGEOMETRY_H
+#define NYXML_VALUES_NYXMLGEOMETRY_H
+
+#include <nyXml/core/NyToken.h>
+#include <nyXml/core/NyXml.h>
+#include <nyXml/reader/NyXmlReader.h>
+#include <nyXml/schema/NyXmlSchema.h>
+#include <nyXml/values/NyXmlTextOf.h>
+#include <nyXml/writer/NyXmlWriter.h>
+
+#include <array>
+#include <cstddef>
+#include <istream>
+#include <ostream>
+#include <typeinfo>
+
+/// What values have in common whose components are attributes of type double. Not for applications.
+namespace NyXmlGeometry {
+
+template <std::size_t N>
+using Names = std::array<NyToken const*, N>;
+
+inline Names<3> const coordinateNames = { &NyXml::NyVectorXToken, &NyXml::NyVectorYToken, &NyXml::NyVectorZToken };
+inline Names<4> const quaternionNames = { &NyXml::NyQuaternion0Token, &NyXml::NyQuaternion1Token, &NyXml::NyQuaternion2Token,
+                                          &NyXml::NyQuaternion3Token };
+
+/// Takes all attributes that wait; each that has one of the names sets its component.
+template <std::size_t N>
+void readComponents(NyXmlReader& reader, Names<N> const& names, double (&components)[N])
+{
+    for (unsigned int count = reader.remainingNumOfAttributes(); count != 0; --count) {
+        // The name is gone once the value is taken.
+        std::size_t which = 0;
+        while (which < N && reader.attributeName().localName() != names[which]->localName())
+            ++which;
+        std::string const& text = reader.attributeValue();
+        if (which < N)
+            components[which] = NyXmlText::toDouble(text);
+    }
+}
+
+/// Closes an element that has attributes alone. False if it holds anything.
+inline bool closeElement(NyXmlReader& reader)
+{
+    return reader.mode() != NyXmlFileReader::XML_READER_START_TAG || reader.readXml() == NyXmlFileReader::XML_READER_END_TAG;
+}
+
+template <std::size_t N>
+void writeComponents(NyXmlWriter& writer, Names<N> const& names, double const (&components)[N])
+{
+    for (std::size_t i = 0; i < N; ++i) {
+        writer.setAttributeName(*names[i]);
+        writer << components[i];
+    }
+}
+
+template <std::size_t N>
+void describeComponents(NyXmlSchema& schema, Names<N> const& names)
+{
+    for (NyToken const* name : names) {
+        schema.setAttributeName(*name);
+        schema.setType(typeid(double));
+    }
+}
+
+/// True, with the components set, if all their bytes came.
+template <std::size_t N>
+bool readBytes(std::istream& stream, double (&components)[N])
+{
+    double read[N];
+    if (!stream.read(static_cast<char*>(static_cast<void*>(read)), sizeof read))
+        return false;
+    for (std::size_t i = 0; i < N; ++i)
+        components[i] = read[i];
+    return true;
+}
+
+template <std::size_t N>
+bool writeBytes(std::ostream& stream, double const (&components)[N])
+{
+    return stream.write(static_cast<char const*>(static_cast<void const*>(components)), sizeof components).good();
+}
+
+} // namespace NyXmlGeometry
+
+#endif

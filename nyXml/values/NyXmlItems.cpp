@@ -1,0 +1,203 @@
+#include <nyXml/values/NyXmlItems.h>
+
+#include <nyXml/core/NyXml.h>
+#include <nyXml/platform/NyPrint.h>
+#include <nyXml/reader/NyXmlReader.h>
+#include <nyXml/schema/NyXmlSchema.h>
+#include <nyXml/values/NyXmlBasicType.h>
+#include <nyXml/writer/NyXmlWriter.h>
+
+#include <algorithm>
+#include <memory>
+#include <ostream>
+#include <stdexcept>
+#include <utility>
+
+namespace {
+
+/// Consumes all attributes of the element. \return the size, 0 if there is none
+int takeAttributes(NyXmlReader& reader, NyXmlItemSink& sink)
+{
+    int expected = 0;
+    for (unsigned int left = reader.remainingNumOfAttributes(); left != 0; --left) {
+        bool const isSize = reader.attributeName() == NyXml::NyCountToken;
+        std::string const& value = reader.attributeValue();
+        if (isSize) {
+            expected = NyXmlText::toInt(value);
+            sink.expect(expected);
+        }
+    }
+    return expected;
+}
+
+void complainAboutSize(NyXmlReader const& reader, NyXmlItemFamily const& family, char const* where, int expected,
+                       unsigned int actual)
+{
+    std::ostream& stream = Ny::Print::ostream(Ny::Print::NOTICE, where);
+    stream << family.name << " Error: " << family.word << " size not equal to attribute value -- " << expected << ", actual -- "
+           << actual << '\n';
+    if (family.saysWhere)
+        stream << "Filename: " << reader.filename() << ", Line count: " << reader.lineCountOfFile() << '\n';
+}
+
+void writeItem(NyXmlWriter& writer, NyXmlItemSource& items)
+{
+    if (items.isBasic()) {
+        items.writeNext(writer);
+    } else {
+        writer.writeStartTagUsingParentNamespace(NyXml::NyElementToken);
+        items.writeNext(writer);
+        writer.writeEndTag();
+    }
+}
+
+} // namespace
+
+unsigned int NyXmlItemSink::readWords(NyXmlReader& reader)
+{
+    unsigned int count = 0;
+    for (; reader.isContentAvailable(); ++count)
+        readItem(reader);
+    return count;
+}
+
+std::size_t NyXmlItems::believable(int count, std::size_t itemSize)
+{
+    constexpr std::size_t bound = std::size_t(64) << 20;
+    if (count < 0)
+        throw std::length_error("vector<T> too long");
+    return std::min<std::size_t>(static_cast<std::size_t>(count), bound / itemSize);
+}
+
+bool NyXmlItems::read(NyXmlReader& reader, NyXmlItemFamily const& family, char const* where, NyXmlItemSink& sink)
+{
+    std::string const& group = NyXml::NyGroupToken;
+    int const expected = takeAttributes(reader, sink);
+    if (reader.mode() == NyXmlFileReader::XML_READER_EMPTY_TAG)
+        return true; // nothing is said about the size: <a size="5"/> is how some writers leave out a default
+    sink.begin();
+
+    unsigned int actual = 0;
+    auto event = reader.readXml();
+    while (event == NyXmlFileReader::XML_READER_START_TAG || event == NyXmlFileReader::XML_READER_EMPTY_TAG) {
+        if (reader.element() == group) {
+            if (reader.readXml() != NyXmlFileReader::XML_READER_CONTENT) {
+                Ny::Print::ostream(Ny::Print::FAULT, where) << family.name << " Error: XML parser should be in data mode\n";
+                return false;
+            }
+            reader.setContentVectorFlag(true);
+            actual += sink.readWords(reader);
+        } else {
+            sink.readItem(reader);
+            ++actual;
+        }
+        event = reader.readXml();
+    }
+    if (event == NyXmlFileReader::XML_READER_ERROR)
+        return false; // the reader has said what is wrong
+    if (expected < 0 || static_cast<unsigned int>(expected) != actual)
+        complainAboutSize(reader, family, where, expected, actual);
+    return true;
+}
+
+void NyXmlItems::writeSize(NyXmlWriter& writer, unsigned int size)
+{
+    writer.setAttributeName(NyXml::NyCountToken);
+    NyXmlBasicType<unsigned int>(size).write(writer);
+}
+
+void NyXmlItems::writeItems(NyXmlWriter& writer, unsigned int size, NyXmlItemSource& items)
+{
+    for (unsigned int i = 0; i < size; ++i) {
+        bool const isBasic = items.isBasic();
+        if (isBasic && i == 0)
+            writer.writeStartTagUsingParentNamespace(NyXml::NyGroupToken);
+        writeItem(writer, items);
+        if (isBasic && i == size - 1)
+            writer.writeEndTag();
+    }
+}
+
+void NyXmlItems::writeSchema(NyXmlSchema& schema, NyXmlObject const& item)
+{
+    schema.setAttributeName(NyXml::NyCountToken);
+    NyXmlBasicType<unsigned int>().writeSchema(schema);
+
+    schema.writeStartTagUsingParentNamespace(NyXml::NyElementToken, NyXmlSchemaElementType::XML_STARTTAG_UNBOUNDED);
+    item.writeSchema(schema);
+    schema.writeEndTag();
+
+    if (item.isBasicType()) {
+        schema.writeStartTagUsingParentNamespace(NyXml::NyGroupToken, NyXmlSchemaElementType::XML_STARTTAG_SINGLE);
+        item.writeSchema(schema); // twice: the second type on the same content is what tells the builder of a run
+        item.writeSchema(schema);
+        schema.writeEndTag();
+    }
+}
+
+void NyXmlItems::writeKeySchema(NyXmlSchema& schema, NyXmlObject const& item)
+{
+    schema.writeStartTagUsingParentNamespace(NyXml::NyElementToken, NyXmlSchemaElementType::XML_STARTTAG_UNBOUNDED);
+    schema.writeStartTagUsingParentNamespace(NyXml::NyKeyToken, NyXmlSchemaElementType::XML_STARTTAG_SINGLE);
+    item.writeSchema(schema);
+    schema.writeEndTag();
+    schema.writeEndTag();
+}
+
+bool NyXmlItems::canErase(NyXmlItemFamily const& family, char const* where, unsigned int index, unsigned int size)
+{
+    if (index < size)
+        return true;
+    Ny::Print::ostream(Ny::Print::FAULT, where)
+        << family.name << "<ElementType>::erase(): index (" << index << ") exceeds vector size (" << size << ").\n";
+    return false;
+}
+
+bool NyXmlItems::canErase(char const* where, unsigned int first, unsigned int last, unsigned int size)
+{
+    if (last > size) {
+        Ny::Print::ostream(Ny::Print::FAULT, where) << "index (" << last << ") exceeds vector size (" << size << ").\n";
+        return false;
+    }
+    if (first > last) {
+        Ny::Print::ostream(Ny::Print::FAULT, where) << "first (" << first << ") is bigger than last (" << last << ").\n";
+        return false;
+    }
+    return true;
+}
+
+NyXmlWriter* NyXmlItems::openDocument(std::ostream& stream, std::string const& fileName, NyToken const& rootTag)
+{
+    if (stream.fail())
+        return nullptr;
+    auto writer = std::make_unique<NyXmlWriter>(fileName, stream);
+    writer->writeStartTag(rootTag);
+    return writer.release();
+}
+
+void NyXmlItems::writeHeader(NyXmlWriter& writer, unsigned int size, bool isRun)
+{
+    writeSize(writer, size);
+    if (isRun)
+        writer.writeStartTagUsingParentNamespace(NyXml::NyGroupToken);
+}
+
+bool NyXmlItems::writeBody(NyXmlWriter* writer, unsigned int size, NyXmlItemSource& items)
+{
+    if (writer == nullptr)
+        return false;
+    for (unsigned int i = 0; i < size; ++i)
+        writeItem(*writer, items);
+    return true;
+}
+
+bool NyXmlItems::closeDocument(NyXmlWriter*& writer, bool isRun)
+{
+    if (writer == nullptr)
+        return false;
+    std::unique_ptr<NyXmlWriter> const document(std::exchange(writer, nullptr));
+    if (isRun)
+        document->writeEndTag();
+    document->writeEndTag();
+    return true;
+}

@@ -1,0 +1,3 @@
+#include <nyXml/values/NyXmlSetType.h>
+
+template class NyXmlSetType<NyXmlBasicType<unsigned int>>;

@@ -1,0 +1,262 @@
+#ifndef NYXML_VALUES_NYXMLVECTORTYPE_H
+#define NYXML_VALUES_NYXMLVECTORTYPE_H
+
+#include <nyXml/core/NyXml.h>
+#include <nyXml/core/NyXmlObject.h>
+#include <nyXml/platform/NyXmlExport.h>
+#include <nyXml/traversal/NyXmlObjectVisitor.h>
+#include <nyXml/values/NyXmlBasicType.h>
+#include <nyXml/values/NyXmlItems.h>
+#include <nyXml/values/NyXmlVectorBasicType.h>
+
+#include <algorithm>
+#include <iosfwd>
+#include <string>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+/// A sequence of objects of one type, held by value.
+///
+/// \code
+///     NyXmlVectorType<Joint> m_theJoints; // <joints size="2"><element name="a"/><element name="b"/></joints>
+///     for (Joint const& joint : m_theJoints.vectorContainer()) ...
+/// \endcode
+///
+/// Items whose isBasicType() is true are the words of one `group`, others one `element` each with attributes and children of their own.
+/// Reading takes both forms, and replaces what the sequence held. A size attribute that is wrong or missing is reported with print
+/// type 3, and what was found is kept. Indices are positions from 0.
+///
+/// An item is read where it will live: it starts as a copy of a default item and never moves while it is read. When the sequence grows
+/// beyond its capacity the items move, and pointers to them are void.
+///
+/// \tparam E  any class that derives from NyXmlObject, with a default constructor, copies and ==. Compiled into the library for those
+///            at the end of this header.
+template <class E>
+class NYXML_EXPORT NyXmlVectorType : public NyXmlObject {
+public:
+    NyXmlVectorType() = default;
+    /// \p count default-valued items
+    explicit NyXmlVectorType(unsigned int count) : m_theVector(count) {}
+    NyXmlVectorType(unsigned int count, E const& item) : m_theVector(count, item) {}
+    NyXmlVectorType(NyXmlVectorType const& other) : NyXmlObject(other), m_theVector(other.m_theVector) {}
+    /// Counts as a copy: the new object is specified and not initialised.
+    NyXmlVectorType(NyXmlVectorType&& other) noexcept : NyXmlObject(other), m_theVector(std::move(other.m_theVector)) {}
+
+    // NyXmlObject
+    ~NyXmlVectorType() override = default;
+    void accept(NyXmlObjectVisitor* visitor) const override { visitor->visit(this); }
+    [[nodiscard]] NyXmlObject* clone() const override { return new NyXmlVectorType(*this); }
+    /// \return false for a fault of the document's structure only; what was read before it is kept
+    /// \throws std::length_error for a negative size attribute
+    bool read(NyXmlReader& reader) override;
+    bool write(NyXmlWriter& writer) const override;
+    bool writeSchema(NyXmlSchema& schema) const override;
+    bool equality(NyXmlObject const* other) const override
+    {
+        auto const* same = dynamic_cast<NyXmlVectorType const*>(other);
+        return same != nullptr && *this == *same;
+    }
+    [[nodiscard]] NyXmlObject* newObject() const override { return new NyXmlVectorType; }
+    NyToken const& token() const override { return classToken(); }
+
+    // Its own
+    virtual void pushBack(E const& item) { m_theVector.push_back(item); }
+    /// Erases the items from \p first up to but not including \p last. \return false, with a report of print type 4, if there is no such
+    /// range; nothing is erased then
+    virtual bool erase(unsigned int first, unsigned int last);
+    virtual bool erase(unsigned int index); ///< the same for one item
+    virtual std::vector<E> const& vectorContainer() const { return m_theVector; }
+    virtual std::vector<E>& vectorContainer() { return m_theVector; }
+    virtual void reserve(unsigned int count) { m_theVector.reserve(count); }
+    virtual void resize(unsigned int count) { m_theVector.resize(count); }
+    virtual void resizeToAtLeast(unsigned int count); ///< never shrinks
+    virtual void clear() { m_theVector.clear(); }
+    virtual void assign(unsigned int count, E const& item) { m_theVector = std::vector<E>(count, item); }
+    virtual unsigned int size() const { return static_cast<unsigned int>(m_theVector.size()); }
+    /// Makes the item at \p index the first and keeps the order cyclically. \return false if there is no such item
+    virtual bool leftRotate(unsigned int index);
+
+    /// Begins a document of a sequence that need not be in memory as a whole: header, then body or items, then footer.
+    ///
+    /// The size attribute states our present size, whatever is appended afterwards.
+    /// \param writer  set to a new writer, which writeFooterToStream() deletes; left alone on failure
+    /// \return false if the stream has failed
+    virtual bool writeHeaderToStream(std::ostream& stream, NyXmlWriter*& writer, std::string const& fileName,
+                                     NyToken const& rootTag) const;
+    virtual bool writeBodyToStream(NyXmlWriter* writer) const;                    ///< our items. \return false for a null writer
+    virtual bool appendElementToStream(NyXmlWriter* writer, E const& item) const; ///< one item. \return false for a null writer
+    virtual bool writeFooterToStream(NyXmlWriter*& writer) const;                 ///< \return false for a null writer
+    virtual void append(NyXmlVectorType const& other);
+
+    NyXmlVectorType& operator=(NyXmlVectorType const& other)
+    {
+        NyXmlObject::operator=(other);
+        m_theVector = other.m_theVector;
+        return *this;
+    }
+    NyXmlVectorType& operator=(NyXmlVectorType&& other) noexcept
+    {
+        NyXmlObject::operator=(other);
+        m_theVector = std::move(other.m_theVector);
+        return *this;
+    }
+    /// Exact, item by item.
+    bool operator==(NyXmlVectorType const& other) const
+    {
+        return NyXmlObject::operator==(other) && m_theVector == other.m_theVector;
+    }
+    E const& operator[](unsigned int index) const { return m_theVector[index]; } ///< unchecked
+
+    static NyXmlVectorType nullObject() { return NyXmlVectorType(); }
+    static NyToken const& classToken() { return NyXml::NyVectorTypeToken; } ///< the same for all E
+
+private:
+    class Sink;
+    using Source = NyXmlObjectSource<typename std::vector<E>::const_iterator>;
+
+    std::vector<E> m_theVector;
+};
+
+/// Appends a copy of one default item and reads it in place: what an item registers with itself while it is read stays true.
+template <class E>
+class NyXmlVectorType<E>::Sink final : public NyXmlItemSink {
+public:
+    explicit Sink(std::vector<E>& items) : m_items(items) {}
+
+    void expect(int count) override
+    {
+        std::size_t const room = NyXmlItems::believable(count, sizeof(E));
+        if (m_items.capacity() < room)
+            m_items.reserve(room);
+    }
+
+    void readItem(NyXmlReader& reader) override
+    {
+        m_items.push_back(m_item);
+        m_items.back().read(reader);
+    }
+
+private:
+    std::vector<E>& m_items;
+    E m_item;
+};
+
+template <class E>
+bool NyXmlVectorType<E>::read(NyXmlReader& reader)
+{
+    static_assert(std::is_base_of_v<NyXmlObject, E>, "the items of a NyXmlVectorType derive from NyXmlObject");
+    if (!NyXmlObject::read(reader))
+        return false;
+    m_theVector.clear(); // what we held is gone even if the read fails
+    Sink sink(m_theVector);
+    return NyXmlItems::read(reader, NyXmlItems::vectorType, __PRETTY_FUNCTION__, sink);
+}
+
+template <class E>
+bool NyXmlVectorType<E>::write(NyXmlWriter& writer) const
+{
+    bool const result = NyXmlObject::write(writer); // does not stop the writing
+    Source items(m_theVector.begin());
+    NyXmlItems::writeSize(writer, size());
+    NyXmlItems::writeItems(writer, size(), items);
+    return result;
+}
+
+template <class E>
+bool NyXmlVectorType<E>::writeSchema(NyXmlSchema& schema) const
+{
+    bool const result = NyXmlObject::writeSchema(schema);
+    NyXmlItems::writeSchema(schema, E());
+    return result;
+}
+
+template <class E>
+bool NyXmlVectorType<E>::erase(unsigned int first, unsigned int last)
+{
+    if (!NyXmlItems::canErase(__PRETTY_FUNCTION__, first, last, size()))
+        return false;
+    m_theVector.erase(m_theVector.begin() + first, m_theVector.begin() + last);
+    return true;
+}
+
+template <class E>
+bool NyXmlVectorType<E>::erase(unsigned int index)
+{
+    if (!NyXmlItems::canErase(NyXmlItems::vectorType, __PRETTY_FUNCTION__, index, size()))
+        return false;
+    m_theVector.erase(m_theVector.begin() + index);
+    return true;
+}
+
+template <class E>
+void NyXmlVectorType<E>::resizeToAtLeast(unsigned int count)
+{
+    if (size() < count)
+        resize(count);
+}
+
+template <class E>
+bool NyXmlVectorType<E>::leftRotate(unsigned int index)
+{
+    if (index >= size())
+        return false;
+    std::rotate(m_theVector.begin(), m_theVector.begin() + index, m_theVector.end());
+    return true;
+}
+
+template <class E>
+bool NyXmlVectorType<E>::writeHeaderToStream(std::ostream& stream, NyXmlWriter*& writer, std::string const& fileName,
+                                             NyToken const& rootTag) const
+{
+    NyXmlWriter* const document = NyXmlItems::openDocument(stream, fileName, rootTag);
+    if (document == nullptr)
+        return false;
+    writer = document;
+    NyXmlObject::write(*writer);
+    NyXmlItems::writeHeader(*writer, size(), E().isBasicType());
+    return true;
+}
+
+template <class E>
+bool NyXmlVectorType<E>::writeBodyToStream(NyXmlWriter* writer) const
+{
+    Source items(m_theVector.begin());
+    return NyXmlItems::writeBody(writer, size(), items);
+}
+
+template <class E>
+bool NyXmlVectorType<E>::appendElementToStream(NyXmlWriter* writer, E const& item) const
+{
+    NyXmlObjectSource<E const*> items(&item);
+    return NyXmlItems::writeBody(writer, 1, items);
+}
+
+template <class E>
+bool NyXmlVectorType<E>::writeFooterToStream(NyXmlWriter*& writer) const
+{
+    return NyXmlItems::closeDocument(writer, E().isBasicType());
+}
+
+template <class E>
+void NyXmlVectorType<E>::append(NyXmlVectorType const& other)
+{
+    std::size_t const count = other.m_theVector.size(); // counted first and taken by index: other may be this very sequence
+    for (std::size_t i = 0; i < count; ++i)
+        m_theVector.push_back(other.m_theVector[i]);
+}
+
+// The nested forms count as items like any other.
+extern template class NyXmlVectorType<NyXmlBasicType<std::string>>;
+extern template class NyXmlVectorType<NyXmlVectorType<NyXmlBasicType<std::string>>>;
+extern template class NyXmlVectorType<NyXmlVectorType<NyXmlVectorType<NyXmlBasicType<std::string>>>>;
+extern template class NyXmlVectorType<NyXmlBasicType<bool>>;
+extern template class NyXmlVectorType<NyXmlVectorType<NyXmlBasicType<bool>>>;
+extern template class NyXmlVectorType<NyXmlVectorBasicType<NyXmlBasicType<unsigned char>>>;
+extern template class NyXmlVectorType<NyXmlVectorBasicType<NyXmlBasicType<int>>>;
+extern template class NyXmlVectorType<NyXmlVectorBasicType<NyXmlBasicType<unsigned int>>>;
+extern template class NyXmlVectorType<NyXmlVectorType<NyXmlVectorBasicType<NyXmlBasicType<unsigned int>>>>;
+extern template class NyXmlVectorType<NyXmlVectorBasicType<NyXmlBasicType<double>>>;
+extern template class NyXmlVectorType<NyXmlVectorType<NyXmlVectorBasicType<NyXmlBasicType<double>>>>;
+
+#endif
