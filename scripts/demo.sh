@@ -3,6 +3,6 @@
 . "$(dirname "${BASH_SOURCE[0]}")/setup.sh"
 
 need build
-build release robotCell
+build release examples/all
 say "running the example"
 exec build/release/examples/robotCell "$@"
