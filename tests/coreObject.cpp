@@ -47,7 +47,7 @@ protected:
     std::istringstream input;
     std::ostringstream output;
     NyXmlReader reader{ "", input };
-    NyXmlWriter writer{ output };
+    NyXmlWriter writer{ "", output };
     NyXmlSchema schema;
 };
 
