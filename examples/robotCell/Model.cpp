@@ -1,73 +1,152 @@
 #include "Model.h"
 
-#include <nyXml/compound/NyBaseXmlFactory.h>
 #include <nyXml/reader/NyXmlReader.h>
 #include <nyXml/writer/NyXmlWriter.h>
+
+#include <algorithm>
+#include <fstream>
 
 namespace robotCell {
 
 namespace {
 
-std::unique_ptr<NyXmlObject> copyOf(NyXmlObject const* object)
+/// <move robot="1" to="0.5 0 0.2"/>
+class Move : public ModelClass<Move> {
+public:
+    static NyToken const& classToken()
+    {
+        static NyToken const token = element("move");
+        return token;
+    }
+    bool operator==(Move const& other) const { return robot == other.robot && to == other.to; }
+
+    Count robot;
+    Numbers to; ///< angles, radians
+
+protected:
+    void registerComponents() override
+    {
+        registerAttributeComponent(NyToken("robot"), &robot);
+        registerComponent(element("to"), &to);
+    }
+};
+
+/// <wait><seconds>2</seconds></wait>
+class Wait : public ModelClass<Wait> {
+public:
+    static NyToken const& classToken()
+    {
+        static NyToken const token = element("wait");
+        return token;
+    }
+    bool operator==(Wait const& other) const { return seconds == other.seconds; }
+
+    Number seconds;
+
+protected:
+    void registerComponents() override { registerComponent(element("seconds"), &seconds); }
+};
+
+template <class T>
+NyXmlObject* create()
 {
-    return std::unique_ptr<NyXmlObject>(object != nullptr ? object->clone() : nullptr);
+    return new T;
 }
 
 } // namespace
 
-Cell::Cell(Cell const& other)
-    : ModelClass(other),
-      name(other.name),
-      operators(other.operators),
-      robots(other.robots),
-      m_theTool(copyOf(other.tool()))
-{}
-
-Cell& Cell::operator=(Cell const& other)
+Tasks::Tasks(Tasks const& other) : NyXmlBaseVariableCompoundType(other)
 {
-    ModelClass::operator=(other);
-    name = other.name;
-    operators = other.operators;
-    robots = other.robots;
-    m_theTool = copyOf(other.tool());
+    for (auto const& member : other.m_theMembers)
+        m_theMembers.emplace_back(member->clone());
+}
+
+Tasks& Tasks::operator=(Tasks const& other)
+{
+    Tasks copy(other);
+    NyXmlBaseVariableCompoundType::operator=(other);
+    m_theMembers.swap(copy.m_theMembers);
     return *this;
 }
 
-bool Cell::operator==(Cell const& other) const
+bool Tasks::equality(NyXmlObject const* other) const
 {
-    bool const sameTool =
-        m_theTool && other.m_theTool ? m_theTool->equality(other.m_theTool.get()) : m_theTool == other.m_theTool;
-    return sameTool && name == other.name && operators == other.operators && robots == other.robots;
+    auto const* same = dynamic_cast<Tasks const*>(other);
+    return same != nullptr && *this == *same;
 }
 
-void Cell::registerComponents()
+bool Tasks::operator==(Tasks const& other) const
 {
-    registerAttributeComponent(NyToken("name"), &name);
-    registerComponent(element("operators"), &operators);
-    registerComponent(element("robots"), &robots);
+    return addLibraries() == other.addLibraries() &&
+           std::equal(m_theMembers.begin(), m_theMembers.end(), other.m_theMembers.begin(), other.m_theMembers.end(),
+                      [](auto const& ours, auto const& theirs) { return ours->equality(theirs.get()); });
 }
 
-bool Cell::readValueFromSpecialToken(NyToken const& token, NyXmlReader& reader)
+void Tasks::registerComponents()
 {
-    NyBaseXmlFactory const* factory = reader.factoryPointer();
-    std::unique_ptr<NyXmlObject> tool(factory != nullptr ? factory->newObjectFromToken(token) : nullptr);
-    if (!tool)
-        return ModelClass::readValueFromSpecialToken(token, reader); // complains; the element is skipped then
-    tool->read(reader);
-    m_theTool = std::move(tool);
+    registerComponentCreator(Move::classToken(), create<Move>);
+    registerComponentCreator(Wait::classToken(), create<Wait>);
+}
+
+bool Tasks::readValueFromToken(NyToken const& element, NyXmlReader& reader)
+{
+    if (element == NyXml::NyAddLibrariesToken) {
+        Texts libraries;
+        libraries.read(reader);
+        setAddLibraries(libraries);
+        processLibraries();
+        return true;
+    }
+    std::unique_ptr<NyXmlObject> member(newObjectFromToken(element));
+    if (!member)
+        return false; // reported and skipped
+    member->read(reader);
+    m_theMembers.push_back(std::move(member));
     return true;
 }
 
-bool Cell::writeElements(NyXmlWriter& writer) const
+bool Tasks::write(NyXmlWriter& writer) const
 {
-    if (!ModelClass::writeElements(writer))
+    if (!NyXmlBaseVariableCompoundType::write(writer))
         return false;
-    if (m_theTool) {
-        writer.writeStartTagUsingParentNamespace(m_theTool->token());
-        m_theTool->write(writer);
+    for (auto const& member : m_theMembers) {
+        writer.writeStartTag(member->token());
+        member->write(writer);
         writer.writeEndTag();
     }
     return true;
+}
+
+bool Robots::write(NyXmlWriter& writer) const
+{
+    if (m_theLinkFolder.empty())
+        return NyXmlVectorType<Robot>::write(writer);
+
+    writer.setAttributeName(NyXml::NyCountToken);
+    writer << size();
+    for (Robot const& robot : vectorContainer()) {
+        writeLink(writer, robot);
+        writer.incrementLinkCount(); // who follows links counts them
+    }
+    return true;
+}
+
+void Robots::writeLink(NyXmlWriter& writer, Robot const& robot) const
+{
+    std::string const fileName = "robot" + std::to_string(robot.id.value()) + ".xml";
+    std::ofstream stream(m_theLinkFolder / fileName, std::ios::binary);
+    NyXmlWriter document((m_theLinkFolder / fileName).string(), stream);
+    document.writeStartTag(Robot::classToken());
+    robot.write(document);
+    document.writeEndTag();
+
+    // The empty form, so that the reader can put the other document in its place.
+    writer.writeStartTagUsingParentNamespace("NyInclude");
+    writer.setAttributeName("href");
+    writer << fileName;
+    writer.setAttributeName("type");
+    writer << "simple";
+    writer.writeEndTag();
 }
 
 } // namespace robotCell

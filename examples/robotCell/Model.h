@@ -6,13 +6,16 @@
 // Each class declares its members once, in registerComponents(). Reading, writing, comparing with the default and describing
 // itself as a schema all follow from that.
 
+#include <nyXml/compound/NyXmlBaseVariableCompoundType.h>
 #include <nyXml/compound/NyXmlCompoundType.h>
 #include <nyXml/values/NyXmlBasicType.h>
 #include <nyXml/values/NyXmlVectorBasicType.h>
 #include <nyXml/values/NyXmlVectorType.h>
 
+#include <filesystem>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace robotCell {
 
@@ -125,37 +128,75 @@ protected:
     }
 };
 
-/// The whole cell: the root of the document.
+/// What the robots do, in order: a container whose members' classes are chosen by the document.
 ///
-/// Besides its own members it takes one tool whose class it doesn't know: the reader's factory makes it from the element's name.
+/// `move` and `wait` are known here. Others come from plug-ins that the document names: in a child's `library` attribute, or
+/// in the element `addLibraries`.
+class Tasks : public NyXmlBaseVariableCompoundType {
+public:
+    Tasks() = default;
+    Tasks(Tasks const& other);
+    Tasks& operator=(Tasks const& other);
+
+    NyXmlObject* clone() const override { return new Tasks(*this); }
+    NyXmlObject* newObject() const override { return new Tasks; }
+    NyToken const& token() const override { return NyXml::NyVarVectorTypeToken; }
+    bool equality(NyXmlObject const* other) const override;
+    bool operator==(Tasks const& other) const;
+
+    void registerComponents() override;
+    bool readValueFromToken(NyToken const& element, NyXmlReader& reader) override;
+    bool write(NyXmlWriter& writer) const override;
+
+    std::vector<std::unique_ptr<NyXmlObject>> const& members() const { return m_theMembers; }
+
+private:
+    std::vector<std::unique_ptr<NyXmlObject>> m_theMembers;
+};
+
+/// The robots, each of which may live in a document of its own.
+class Robots : public NyXmlVectorType<Robot> {
+public:
+    NyXmlObject* clone() const override { return new Robots(*this); }
+    NyXmlObject* newObject() const override { return new Robots; }
+
+    /// From now on write() puts each robot into a document in this folder and a link into the cell's. An empty path ends that.
+    void setLinkFolder(std::filesystem::path const& folder) { m_theLinkFolder = folder; }
+
+    bool write(NyXmlWriter& writer) const override;
+
+private:
+    void writeLink(NyXmlWriter& writer, Robot const& robot) const;
+
+    std::filesystem::path m_theLinkFolder;
+};
+
+/// The whole cell: the root of the document.
 class Cell : public ModelClass<Cell> {
 public:
-    Cell() = default;
-    Cell(Cell const& other);
-    Cell& operator=(Cell const& other);
-
     static NyToken const& classToken()
     {
         static NyToken const token = element("cell");
         return token;
     }
-    bool operator==(Cell const& other) const;
-
-    /// The tool at the flange, of a class from a plug-in; null if the document has none. The cell owns it.
-    NyXmlObject const* tool() const { return m_theTool.get(); }
-
-    bool writeElements(NyXmlWriter& writer) const override;
+    bool operator==(Cell const& other) const
+    {
+        return name == other.name && operators == other.operators && robots == other.robots && tasks == other.tasks;
+    }
 
     Text name;
     Texts operators;
-    NyXmlVectorType<Robot> robots;
+    Robots robots;
+    Tasks tasks;
 
 protected:
-    void registerComponents() override;
-    bool readValueFromSpecialToken(NyToken const& token, NyXmlReader& reader) override;
-
-private:
-    std::unique_ptr<NyXmlObject> m_theTool;
+    void registerComponents() override
+    {
+        registerAttributeComponent(NyToken("name"), &name);
+        registerComponent(element("operators"), &operators);
+        registerComponent(element("robots"), &robots);
+        registerComponent(element("tasks"), &tasks);
+    }
 };
 
 } // namespace robotCell
