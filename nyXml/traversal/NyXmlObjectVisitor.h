@@ -46,8 +46,9 @@ class NyXmlPairType;
 ///     cell.accept(&listing);
 /// \endcode
 ///
-/// The first line is always the static type of the overload that was reached, typeid(X const*).name(): a class without an accept() of its
-/// own shows up as NyXmlObject. The walk does not enter attributes, nor the items of NyXmlVectorBasicType, NyXmlSetType and NyXmlListType.
+/// The first line is always the static type of the overload that was reached, typeid(X const*).name(): a class without an
+/// accept() of its own shows up as NyXmlObject. The walk does not enter attributes, nor the items of NyXmlVectorBasicType,
+/// NyXmlSetType and NyXmlListType.
 ///
 /// Use from one thread at a time.
 class NYXML_EXPORT NyXmlObjectVisitor {
@@ -111,8 +112,8 @@ public:
         afterDepthTraversal();
     }
 
-    /// Line: name and count. Each coordinate is then reported by a call of its own, as x, y or z of this object: their answers and the
-    /// depth limit play no part.
+    /// Line: name and count. Each coordinate is then reported by a call of its own, as x, y or z of this object: their answers
+    /// and the depth limit play no part.
     void visit(NyXmlVectorVector const* object);
 
     /// Line: name and count. Children: key and value of each entry, in key order.
@@ -145,16 +146,16 @@ public:
         afterDepthTraversal();
     }
 
-    /// Lines: "has attributes" if it has; name and number of element components. Children: these components under their own names.
-    /// The depth operations are called only for a compound that has children and whose visitCurrentObject() agreed.
+    /// Lines: "has attributes" if it has; name and number of element components. Children: these components under their own
+    /// names. The depth operations are called only for a compound that has children and whose visitCurrentObject() agreed.
     void visit(NyXmlCompoundType const* object);
 
-    /// Line: name and number of additional libraries. Children: these names, each as NyXml::NyAddLibrariesToken; the members belong to
-    /// the subclass. The depth operations are called only if visitCurrentObject() agreed.
+    /// Line: name and number of additional libraries. Children: these names, each as NyXml::NyAddLibrariesToken; the members
+    /// belong to the subclass. The depth operations are called only if visitCurrentObject() agreed.
     void visit(NyXmlBaseVariableCompoundType const* object);
 
-    /// Line: name. Child: the container, if there is one, under the container's own token. Then the object is reported a second time, as
-    /// a compound, whatever was answered; its name is then the one that the walk through the container left behind.
+    /// Line: name. Child: the container, if there is one, under the container's own token. Then the object is reported a second
+    /// time, as a compound, whatever was answered; its name is then the one that the walk through the container left behind.
     void visit(NyBaseExpressionTreeElement const* object);
 
 protected:

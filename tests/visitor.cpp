@@ -1,0 +1,219 @@
+#include "Support.h"
+
+#include <nyXml/compound/NyBaseExpressionTreeElement.h>
+#include <nyXml/compound/NyXmlBaseVariableCompoundType.h>
+#include <nyXml/compound/NyXmlCompoundType.h>
+#include <nyXml/traversal/NyXmlObjectVisitor.h>
+#include <nyXml/values/NyXmlBasicType.h>
+#include <nyXml/values/NyXmlEnumType.h>
+#include <nyXml/values/NyXmlListType.h>
+#include <nyXml/values/NyXmlMapType.h>
+#include <nyXml/values/NyXmlOrientation.h>
+#include <nyXml/values/NyXmlPairType.h>
+#include <nyXml/values/NyXmlSetType.h>
+#include <nyXml/values/NyXmlVector.h>
+#include <nyXml/values/NyXmlVectorBasicType.h>
+#include <nyXml/values/NyXmlVectorType.h>
+#include <nyXml/values/NyXmlVectorVector.h>
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <typeinfo>
+
+namespace {
+
+using Number = NyXmlBasicType<double>;
+using Text = NyXmlBasicType<std::string>;
+
+// One line for each report, indented by the stack; "<" and ">" for the depth operations.
+class Transcript : public NyXmlObjectVisitor {
+public:
+    explicit Transcript(char const* root, std::string const& refused = {}) : m_refused(refused)
+    {
+        m_theCurrentToken = NyToken(root);
+    }
+
+    std::string lines;
+    std::string typeNames;
+    bool isBalanced() const { return m_theObjectStack.empty(); }
+
+protected:
+    bool visitCurrentObject() override
+    {
+        lines += std::string(m_theObjectStack.size(), '.') + m_theCurrentToken.token() + ":";
+        auto line = m_theMessages.begin();
+        typeNames += *line + " ";
+        while (++line != m_theMessages.end())
+            lines += " [" + *line + "]";
+        lines += "\n";
+        EXPECT_NE(m_theCurrentObject, nullptr);
+        return m_theCurrentToken.token() != m_refused;
+    }
+    bool checkDepthTraversal(NyXmlObject const* object) override
+    {
+        lines += "<";
+        return NyXmlObjectVisitor::checkDepthTraversal(object);
+    }
+    void afterDepthTraversal() override
+    {
+        lines += ">";
+        NyXmlObjectVisitor::afterDepthTraversal();
+    }
+
+private:
+    std::string m_refused;
+};
+
+std::string walk(NyXmlObject const& root, int depth = -1, std::string const& refused = {})
+{
+    Transcript transcript("root", refused);
+    transcript.setTraversalDepth(depth);
+    root.accept(&transcript);
+    EXPECT_TRUE(transcript.isBalanced());
+    return transcript.lines;
+}
+
+class Tree : public NyXmlCompoundType {
+public:
+    NyXmlObject* clone() const override { return new Tree(*this); }
+    NyXmlObject* newObject() const override { return new Tree; }
+    NyToken const& token() const override { return NyXml::NyNullToken; }
+    bool equality(NyXmlObject const*) const override { return false; }
+    void registerComponents() override
+    {
+        for (auto const& [name, object] : components)
+            registerComponent(name, object);
+        for (auto const& [name, object] : attributes)
+            registerAttributeComponent(name, object);
+    }
+    ComponentMap components, attributes;
+};
+
+// Every family tells itself in its own words; the walk enters what it enters and nothing else.
+TEST(Visitor, EveryFamilyHasItsReport)
+{
+    Number number(0.1);
+    NyXmlEnumType<int> word(2);
+    word.setEnumString(1, "slow");
+    word.setEnumString(2, "fast");
+    NyXmlMapType<Text, Number> map;
+    map.add(Text("b"), 2);
+    map.add(Text("a"), 1);
+    NyXmlPairType<Text, Text> pair(Text("one"), Text("two words"));
+    pair.setXmlTagNames("from", "to");
+    NyXmlVectorVector path(2, NyVector(1, 0.25, 1e30));
+    Tree inner, tree;
+    inner.attributes = { { "hidden", &number } };
+    NyXmlVector vector(NyVector(1, -2.5, 3));
+    NyXmlOrientation orientation;
+    NyXmlVectorType<Text> texts(1, Text("x"));
+    NyXmlVectorType<Number> nothing;
+    tree.components = { { "a", &number }, { "b", &word },        { "c", &map },   { "d", &pair },    { "e", &path },
+                        { "f", &vector }, { "g", &orientation }, { "h", &texts }, { "i", &nothing }, { "j", &inner } };
+    inner.xmlInit();
+    tree.xmlInit();
+    EXPECT_EQ(walk(tree), "root: [root (10)]\n"
+                          "<.a: [a] [0.1]\n"
+                          ".b: [b] [fast]\n"
+                          ".c: [c (2)]\n"
+                          "<..key: [key] [a]\n..value: [value] [1]\n..key: [key] [b]\n..value: [value] [2]\n>"
+                          ".d: [d]\n"
+                          "<..first: [first] [one]\n..second: [second] [two words]\n>"
+                          ".e: [e (2)]\n"
+                          "..x: [x] [1]\n..y: [y] [0.25]\n..z: [z] [1e+30]\n..x: [x] [1]\n..y: [y] [0.25]\n..z: [z] [1e+30]\n"
+                          ".f: [f] [x=1 y=-2.5 z=3]\n"
+                          ".g: [g] [q0=1 q1=0 q2=0 q3=0]\n"
+                          ".h: [h (1)]\n"
+                          "<..element: [element] [x]\n>"
+                          ".i: [i (0)]\n"
+                          "<>.j: [has attributes] [j (0)]\n>");
+    Transcript transcript("root");
+    path.accept(&transcript);
+    number.accept(&transcript);
+    EXPECT_EQ(transcript.typeNames.find(typeid(NyXmlVectorVector const*).name() + std::string(" ")), 0u);
+    EXPECT_NE(transcript.typeNames.find(typeid(Number const*).name()), std::string::npos);
+}
+
+TEST(Visitor, DepthAndRefusal)
+{
+    NyXmlVectorType<Number> numbers(1, Number(5));
+    NyXmlVectorType<NyXmlVectorType<Number>> rows(2, numbers);
+    NyXmlVectorVector path(1);
+    Tree tree, leaf;
+    tree.components = { { "leaf", &leaf }, { "path", &path }, { "rows", &rows } };
+    tree.xmlInit();
+    EXPECT_EQ(walk(tree, 0), "root: [root (3)]\n<>");
+    EXPECT_EQ(walk(tree, 1), "root: [root (3)]\n<>");
+    std::string const top = "root: [root (3)]\n<.leaf: [leaf (0)]\n.path: [path (1)]\n..x: [x] [0]\n..y: [y] [0]\n..z: [z] [0]\n"
+                            ".rows: [rows (2)]\n<";
+    EXPECT_EQ(walk(tree, 2), top + ">>");
+    EXPECT_EQ(walk(tree, 3), top + "..element: [element (1)]\n<>..element: [element (1)]\n<>>>");
+    EXPECT_EQ(walk(tree, -1, "element"), walk(tree, 3)) << "refusing stops the descent and not the siblings";
+    EXPECT_EQ(walk(tree, -1, "x"), walk(tree)) << "what is said to a coordinate does not matter";
+    EXPECT_EQ(walk(tree, -1, "root"), "root: [root (3)]\n");
+}
+
+TEST(Visitor, WhoHasNoVisitIsAPlainObject)
+{
+    Messages messages;
+    NyXmlVectorBasicType<Number> numbers(3);
+    NyXmlSetType<Number> set;
+    NyXmlListType<Number> list;
+    for (NyXmlObject const* object : std::initializer_list<NyXmlObject const*>{ &numbers, &set, &list }) {
+        EXPECT_EQ(walk(*object), "root: [This class has not been specialized.\n]\n");
+        EXPECT_EQ(messages.take(), "object = " + std::string(typeid(NyXmlObject const*).name()) + "\n");
+    }
+}
+
+TEST(Visitor, ANullComponentIsReportedAndPassedOver)
+{
+    Messages messages;
+    Number number(1);
+    Tree tree;
+    tree.components = { { "a", nullptr }, { "b", &number } };
+    tree.xmlInit();
+    EXPECT_EQ(walk(tree), "root: [root (2)]\n<.b: [b] [1]\n>");
+    EXPECT_EQ(messages.text(), "Visitor: NyXmlCompoundType 0 is non-NyXmlObject\n");
+}
+
+class Container : public NyXmlBaseVariableCompoundType {
+public:
+    NyXmlObject* clone() const override { return new Container(*this); }
+    NyXmlObject* newObject() const override { return new Container; }
+    NyToken const& token() const override { return NyXml::NyVarVectorTypeToken; }
+    bool equality(NyXmlObject const*) const override { return false; }
+    void registerComponents() override {}
+    bool readValueFromToken(NyToken const&, NyXmlReader&) override { return false; }
+};
+
+class Node : public NyBaseExpressionTreeElement {
+public:
+    using NyBaseExpressionTreeElement::NyBaseExpressionTreeElement;
+    NyXmlObject* clone() const override { return new Node(*this); }
+    NyXmlObject* newObject() const override { return new Node; }
+    NyToken const& token() const override { return NyXml::NyNullToken; }
+    bool equality(NyXmlObject const*) const override { return false; }
+    void registerComponents() override { registerComponent("operand", &operand); }
+    Number operand;
+};
+
+// Once as a node, with its container in between, and once as a compound under the name that the walk has left.
+TEST(Visitor, ANodeIsReportedTwice)
+{
+    Container container;
+    container.setAddLibraries({ 1, Text("extra") });
+    EXPECT_EQ(walk(container), "root: [root (1)]\n<.addLibraries: [addLibraries] [extra]\n>");
+    EXPECT_EQ(walk(container, -1, "root"), "root: [root (1)]\n");
+
+    Node node, held(&container);
+    node.xmlInit();
+    held.xmlInit();
+    EXPECT_EQ(walk(node), "root: [root]\n<.root: [root (1)]\n<..operand: [operand] [0]\n>>");
+    EXPECT_EQ(walk(held), "root: [root]\n<.varVectorType: [varVectorType (1)]\n<..addLibraries: [addLibraries] [extra]\n>"
+                          ".addLibraries: [addLibraries (1)]\n<..operand: [operand] [0]\n>>");
+    EXPECT_EQ(walk(held, 1), "root: [root]\n<.root: [root (1)]\n<>>")
+        << "the container lies too deep, the second report does not";
+}
+
+} // namespace
