@@ -12,6 +12,7 @@
 #include <cstddef>
 #include <istream>
 #include <ostream>
+#include <string>
 #include <typeinfo>
 
 /// What values have in common whose components are attributes of type double. Not for applications.
@@ -24,14 +25,17 @@ inline Names<3> const coordinateNames = { &NyXml::NyVectorXToken, &NyXml::NyVect
 inline Names<4> const quaternionNames = { &NyXml::NyQuaternion0Token, &NyXml::NyQuaternion1Token, &NyXml::NyQuaternion2Token,
                                           &NyXml::NyQuaternion3Token };
 
-/// Takes all attributes that wait; each that has one of the names sets its component.
+/// Takes all attributes of a tag; each that has one of the names sets its component.
 template <std::size_t N>
 void readComponents(NyXmlReader& reader, Names<N> const& names, double (&components)[N])
 {
+    auto const mode = reader.mode();
+    if (mode != NyXmlFileReader::XML_READER_START_TAG && mode != NyXmlFileReader::XML_READER_EMPTY_TAG)
+        return; // a word of a run: what waits are the attributes of the run
     for (unsigned int count = reader.remainingNumOfAttributes(); count != 0; --count) {
-        // The name is gone once the value is taken.
+        std::string const& name = reader.attributeName(); // gone once the value is taken
         std::size_t which = 0;
-        while (which < N && reader.attributeName().localName() != names[which]->localName())
+        while (which < N && name != names[which]->localName())
             ++which;
         std::string const& text = reader.attributeValue();
         if (which < N)

@@ -56,6 +56,9 @@ public:
     /// Exact, without a tolerance.
     bool operator==(NyXmlVector const& other) const noexcept { return m_theValue == other.m_theValue; }
     bool operator!=(NyXmlVector const& other) const noexcept { return !(*this == other); }
+    // With a plain vector: without these there is no choosing between converting the one or the other side.
+    bool operator==(NyVector const& other) const noexcept { return m_theValue == other; }
+    bool operator!=(NyVector const& other) const noexcept { return m_theValue != other; }
 
     /// 24 bytes: x, y, z as doubles of this machine. \return false if they don't come; the value is left alone then
     bool readBin(std::istream& stream);
