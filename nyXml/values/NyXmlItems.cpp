@@ -56,8 +56,12 @@ void writeItem(NyXmlWriter& writer, NyXmlItemSource& items)
 unsigned int NyXmlItemSink::readWords(NyXmlReader& reader)
 {
     unsigned int count = 0;
-    for (; reader.isContentAvailable(); ++count)
+    bool isShorter = true; // an item made of attributes or children takes no word, and would never come to the end of the run
+    for (; isShorter && reader.isContentAvailable(); ++count) {
+        std::size_t const before = reader.contentView().size();
         readItem(reader);
+        isShorter = reader.contentView().size() < before;
+    }
     return count;
 }
 
