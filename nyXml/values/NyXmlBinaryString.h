@@ -16,6 +16,7 @@ public:
     NyXmlBinaryString(NyXmlBinaryString const&) = default;
     NyXmlBinaryString(std::string const& bytes) : NyXmlBasicType<std::string>(bytes) {} // implicit, as for all strings
     NyXmlBinaryString& operator=(NyXmlBinaryString const&) = default;
+    using NyXmlBasicType<std::string>::operator=;
     ~NyXmlBinaryString() override;
 
     /// Takes the bytes from the element's whole inner text.

@@ -16,6 +16,7 @@ public:
     NyXmlEmbeddedString(NyXmlEmbeddedString const&) = default;
     NyXmlEmbeddedString(std::string const& markup) : NyXmlBasicType<std::string>(markup) {} // implicit, as for all strings
     NyXmlEmbeddedString& operator=(NyXmlEmbeddedString const&) = default;
+    using NyXmlBasicType<std::string>::operator=;
     ~NyXmlEmbeddedString() override;
 
     /// Takes the element's whole inner text, without the white space at its bounds.
