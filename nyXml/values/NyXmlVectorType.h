@@ -7,7 +7,11 @@
 #include <nyXml/traversal/NyXmlObjectVisitor.h>
 #include <nyXml/values/NyXmlBasicType.h>
 #include <nyXml/values/NyXmlItems.h>
+#include <nyXml/values/NyXmlOrientation.h>
+#include <nyXml/values/NyXmlPairType.h>
+#include <nyXml/values/NyXmlVector.h>
 #include <nyXml/values/NyXmlVectorBasicType.h>
+#include <nyXml/values/NyXmlVectorVector.h>
 
 #include <algorithm>
 #include <iosfwd>
@@ -252,11 +256,18 @@ extern template class NyXmlVectorType<NyXmlVectorType<NyXmlBasicType<std::string
 extern template class NyXmlVectorType<NyXmlVectorType<NyXmlVectorType<NyXmlBasicType<std::string>>>>;
 extern template class NyXmlVectorType<NyXmlBasicType<bool>>;
 extern template class NyXmlVectorType<NyXmlVectorType<NyXmlBasicType<bool>>>;
+extern template class NyXmlVectorType<NyXmlPairType<NyXmlBasicType<unsigned int>, NyXmlBasicType<unsigned int>>>;
+extern template class NyXmlVectorType<NyXmlVectorType<NyXmlPairType<NyXmlBasicType<unsigned int>, NyXmlBasicType<unsigned int>>>>;
+extern template class NyXmlVectorType<NyXmlPairType<NyXmlBasicType<double>, NyXmlBasicType<double>>>;
 extern template class NyXmlVectorType<NyXmlVectorBasicType<NyXmlBasicType<unsigned char>>>;
 extern template class NyXmlVectorType<NyXmlVectorBasicType<NyXmlBasicType<int>>>;
 extern template class NyXmlVectorType<NyXmlVectorBasicType<NyXmlBasicType<unsigned int>>>;
 extern template class NyXmlVectorType<NyXmlVectorType<NyXmlVectorBasicType<NyXmlBasicType<unsigned int>>>>;
 extern template class NyXmlVectorType<NyXmlVectorBasicType<NyXmlBasicType<double>>>;
 extern template class NyXmlVectorType<NyXmlVectorType<NyXmlVectorBasicType<NyXmlBasicType<double>>>>;
+extern template class NyXmlVectorType<NyXmlVector>;
+extern template class NyXmlVectorType<NyXmlOrientation>;
+extern template class NyXmlVectorType<NyXmlVectorVector>;
+extern template class NyXmlVectorType<NyXmlVectorType<NyXmlVectorVector>>;
 
 #endif
