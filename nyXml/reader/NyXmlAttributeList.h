@@ -1,0 +1,98 @@
+#ifndef NYXML_READER_NYXMLATTRIBUTELIST_H
+#define NYXML_READER_NYXMLATTRIBUTELIST_H
+
+#include <nyXml/core/NyToken.h>
+#include <nyXml/platform/NyXmlExport.h>
+
+#include <cstddef>
+#include <deque>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// The attributes of one tag, ordered by local name, and consumed by being taken. A part of NyXmlFileReader, of no use to others.
+///
+/// Names and values are looked at where they stand in the reader's block. They become strings of the list's own when the block is about
+/// to change (own()), and a name becomes a token when somebody asks for it. Tokens and strings serve again for later tags.
+///
+/// What was taken stays in its place, marked, so that nothing moves and a name handed out stays where it is until the next tag.
+class NYXML_EXPORT NyXmlAttributeList {
+public:
+    NyXmlAttributeList() = default;
+    NyXmlAttributeList(NyXmlAttributeList const& other) { *this = other; }
+    /// The copy owns all that it holds.
+    NyXmlAttributeList& operator=(NyXmlAttributeList const& other);
+    ~NyXmlAttributeList() = default;
+
+    void clear() noexcept
+    {
+        m_entries.clear();
+        m_remaining = m_first = m_slotsUsed = 0;
+        m_isSorted = true;
+    }
+
+    /// Adds an attribute whose texts stay where they are until own() or clear(). A name that is there already keeps its first value.
+    void add(std::string_view name, std::string_view value);
+
+    /// The same with a copy of both, for a name that may have a namespace.
+    void addCopy(NyToken const& name, std::string_view value);
+
+    /// How many have not been taken.
+    std::size_t remaining() const
+    {
+        settle();
+        return m_remaining;
+    }
+
+    /// The first one's name, null if none remains.
+    NyToken const* firstName() const;
+
+    /// The stored name that has this local name, null if there is none.
+    NyToken const* find(std::string const& localName) const;
+
+    /// Takes the first one, or the one of this name, and copies its value. \return false if there is none; \p value stays
+    bool takeFirst(std::string& value);
+    bool take(std::string const& localName, std::string& value);
+
+    /// Makes the texts independent of the block they stand in.
+    void own();
+
+private:
+    struct Entry {
+        std::string_view m_name;
+        std::string_view m_value;
+        std::size_t m_slot; ///< place in m_slots
+        bool m_isTaken;
+        bool m_hasToken;
+        bool m_isOwned;
+    };
+    struct Slot {
+        NyToken m_token;
+        std::string m_name;
+        std::string m_value;
+    };
+
+    void settle() const
+    {
+        if (!m_isSorted)
+            sort();
+    }
+    void sort() const;
+    void insert(Entry const& entry);
+    Slot& slot(std::size_t index) const;
+    void keepIn(Slot& slot, Entry& entry) const;
+
+    Entry* first() const;
+    Entry* place(std::string_view localName) const;
+    NyToken const& tokenOf(Entry& entry) const;
+    void takeOut(Entry& entry, std::string& value);
+
+    mutable std::vector<Entry> m_entries;
+    mutable std::deque<Slot> m_slots; ///< a deque: names handed out stay where they are when it grows
+    std::size_t m_slotsUsed = 0;
+    mutable std::size_t m_remaining = 0;
+    mutable std::size_t m_first = 0; ///< all entries before it are taken
+    mutable bool m_isSorted = true;  ///< false while many attributes come in: sorted at once when somebody looks
+};
+
+#endif

@@ -1,0 +1,108 @@
+#ifndef NYXML_READER_NYXMLELEMENTSTACK_H
+#define NYXML_READER_NYXMLELEMENTSTACK_H
+
+#include <nyXml/core/NyToken.h>
+#include <nyXml/platform/NyXmlExport.h>
+
+#include <cassert>
+#include <cstddef>
+#include <deque>
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// The open elements of a document with the namespaces in scope. A part of NyXmlFileReader, of no use to others.
+///
+/// Records stay when elements close and serve the next element of the same depth, so that in the steady state nothing is allocated.
+///
+/// A prefix that is bound stays bound to its first text until the element that declared it closes. So there is only ever one binding
+/// of a prefix, and one map with a list of who declared what does the work of a map in every record: an element that declares nothing
+/// pays nothing.
+class NYXML_EXPORT NyXmlElementStack {
+public:
+    bool empty() const noexcept { return m_depth == 0; }
+    std::size_t size() const noexcept { return m_depth; }
+
+    /// The innermost open element. There must be one.
+    NyToken const& top() const noexcept
+    {
+        assert(m_depth != 0);
+        return m_top->m_theElement;
+    }
+
+    /// The innermost element's name if an end tag of exactly these bytes closes it; empty if that takes a closer look.
+    std::string_view bareName() const noexcept
+    {
+        return m_depth != 0 && m_top->m_isBare ? std::string_view(m_top->m_theElement.localName()) : std::string_view();
+    }
+
+    /// Opens an element that is as yet nameless: it goes by the name of the one around it.
+    void push();
+
+    /// Opens an element of a plain local name. Hot: once for every element.
+    void push(std::string_view localName)
+    {
+        Record& record = grow();
+        if (!record.m_theElement.namespaceName().empty())
+            record.m_theElement = NyToken();
+        record.m_theElement.assign(m_none).assign(localName);
+        record.m_isBare = !localName.empty() && localName.find(':') == std::string_view::npos;
+    }
+
+    /// Takes the name off the innermost element, as if it had been opened without.
+    void unname();
+
+    /// Names the innermost element.
+    void name(NyToken const& token);
+
+    void pop()
+    {
+        assert(m_depth != 0);
+        if (m_top->m_declarations != 0)
+            forgetDeclarations();
+        --m_depth;
+        m_top = m_depth != 0 ? &m_records[m_depth - 1] : nullptr;
+    }
+
+    /// The element that was popped last, as long as no other was opened since.
+    NyToken const& popped() const noexcept { return m_records[m_depth].m_theElement; }
+
+    /// The text that a prefix is bound to, null if it is free.
+    std::string const* binding(std::string const& prefix) const;
+
+    /// Binds a free prefix until the innermost element closes. One that is bound stays as it is.
+    void bind(std::string const& prefix, std::string const& text);
+
+    NyXmlElementStack() = default;
+    NyXmlElementStack(NyXmlElementStack const& other) { *this = other; }
+    NyXmlElementStack& operator=(NyXmlElementStack const& other);
+    ~NyXmlElementStack() = default;
+
+private:
+    struct Record {
+        NyToken m_theElement;
+        std::size_t m_declarations = 0; ///< how many at the end of m_declared are this element's
+        bool m_isBare = false;
+    };
+
+    Record& grow()
+    {
+        if (m_depth == m_records.size())
+            m_records.emplace_back();
+        m_top = &m_records[m_depth++];
+        m_top->m_declarations = 0;
+        return *m_top;
+    }
+    void forgetDeclarations();
+
+    static std::string const m_none;
+
+    std::deque<Record> m_records; ///< a deque: names handed out stay where they are when it grows
+    std::size_t m_depth = 0;
+    Record* m_top = nullptr;
+    std::map<std::string, std::string> m_theNamespaces;
+    std::vector<std::string> m_declared; ///< the keys of m_theNamespaces in order of declaration
+};
+
+#endif

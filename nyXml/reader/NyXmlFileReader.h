@@ -1,0 +1,313 @@
+#ifndef NYXML_READER_NYXMLFILEREADER_H
+#define NYXML_READER_NYXMLFILEREADER_H
+
+#include <nyXml/core/NyToken.h>
+#include <nyXml/platform/NyXmlExport.h>
+#include <nyXml/reader/NyXmlAttributeList.h>
+#include <nyXml/reader/NyXmlElementStack.h>
+
+#include <cstddef>
+#include <iosfwd>
+#include <memory>
+#include <string>
+#include <string_view>
+
+/// Pulls events from one XML stream, one per readXml().
+///
+/// The dialect is small. Comments, processing instructions and the declaration are skipped; there are no entities, no CDATA, no DOCTYPE
+/// and no decoding: bytes pass through unchanged. A tag ends at its first `>`, quotes or not. Prefixes are dropped from element and
+/// attribute names. Of an attribute value with a `#` only what is behind the first `#` arrives. White space is space, tab, newline and
+/// carriage return. A zero byte makes the reader drop what is left of the 16383 bytes that it has just read.
+///
+/// Memory is bounded by the longest run of text and the number of open elements. Use from one thread at a time.
+///
+/// A fault in the document never throws. It prints "NyXmlFileReader Error: ..." with file and line (print type 4) and sets errorCode().
+/// A bad attribute does not stop the document, so look at the code at the end:
+/// \code
+///     NyXmlFileReader reader("model.xml", stream);
+///     for (auto mode = reader.readXml(); mode != NyXmlFileReader::XML_READER_EOF; mode = reader.readXml()) {
+///         if (mode == NyXmlFileReader::XML_READER_ERROR)
+///             break; // final: a further call only repeats the complaint
+///         ...
+///     }
+///     if (reader.errorCode() != 0)
+///         ...
+/// \endcode
+///
+/// A stream that fails is a stream at its end, also if it is set to throw std::ios_base::failure. Whatever else a stream buffer throws
+/// through its stream comes out of the call that read.
+///
+/// References that the reader hands out are valid until the next call that reads; where there is nothing to hand out it is one of the
+/// three constants.
+///
+/// Subclasses may override any operation and are honoured in all of them. A reader of exactly this class goes through tags where they
+/// stand in the block and passes over its own virtual operations: the same events and messages at a third of the time.
+class NYXML_EXPORT NyXmlFileReader {
+public:
+    enum XML_READER_MODE : int {
+        XML_READER_EOF = 0,       ///< nothing read yet, or the end reached. Reading on there is an error
+        XML_READER_START_TAG = 1, ///< element() is the new element and its attributes wait
+        XML_READER_END_TAG = 2,   ///< an element has closed; element() is its parent
+        XML_READER_EMPTY_TAG =
+            3, ///< as START_TAG, for `<a/>`: there will be no end tag, and element() is `a` until the next readXml()
+        XML_READER_CONTENT = 4, ///< content() is the element's text. Its end tag is consumed as well: element() is its parent
+        XML_READER_ERROR = 5,   ///< final
+    };
+
+    enum DEFAULT_NAMESPACE_OPTION : int {
+        ELEMENT_NAMESPACE = 0,   ///< the name of an element
+        ATTRIBUTE_NAMESPACE = 1, ///< the name of an attribute
+    };
+
+    static NyToken const m_theNullToken;      ///< stands for a name where there is none
+    static std::string const m_theNullString; ///< stands for a value where there is none
+    static std::string const m_schemaInstanceNamespace;
+
+    /// Reads standard input, under an empty name.
+    NyXmlFileReader();
+
+    /// \param name    used in messages only; any text
+    /// \param stream  stays the caller's and must outlive the reader; nothing is read before the first readXml()
+    NyXmlFileReader(std::string const& name, std::istream& stream);
+
+    /// Reads on from the same stream, with the source's text in hand: only one of the two can read on in a sensible way.
+    NyXmlFileReader(NyXmlFileReader const& other);
+
+    /// Complains about what the document left behind: more than one open element, or attributes that nobody took. One open element, the
+    /// root, draws no complaint, for an application may stop inside it. Leaves the stream alone.
+    virtual ~NyXmlFileReader();
+
+    /// Goes to the next event. \return the new mode; XML_READER_ERROR after a fault of the document, see the class
+    virtual XML_READER_MODE readXml();
+
+    virtual std::istream& stream() const;
+    virtual char const* filename() const;
+
+    /// 0 no error, 1 not well formed, 2 possibly not valid: attributes were left when the next tag came. Never cleared by the reader.
+    virtual unsigned int errorCode() const;
+    virtual void setErrorCode(unsigned int code);
+
+    /// The last event, without moving.
+    virtual XML_READER_MODE mode() const;
+
+    /// The innermost open element, m_theNullToken if there is none.
+    virtual NyToken const& element() const;
+
+    /// The stored name that has the local name of \p name; m_theNullToken if the tag has no such attribute or it was taken.
+    virtual NyToken const& attributeName(NyToken const& name) const;
+
+    /// The first attribute left, in byte order of the local names; m_theNullToken if none is left. Does not move on.
+    virtual NyToken const& attributeName() const;
+
+    /// Takes an attribute off the current tag. A second call for the same name finds nothing.
+    ///
+    /// \param name  matched by local name alone; its namespace plays no part
+    /// \return the text between the quotes, or m_theNullString if there is no such attribute; prints nothing
+    virtual std::string const& attributeValue(NyToken const& name);
+
+    /// Takes the first attribute left, the one that attributeName() names.
+    virtual std::string const& attributeValue();
+
+    /// How many attributes the last tag brought, taken or not.
+    virtual unsigned int numOfAttributes() const;
+
+    /// How many are left. Those that are left when the next tag comes draw a warning.
+    virtual unsigned int remainingNumOfAttributes() const;
+
+    /// The text of the last XML_READER_CONTENT without the white space at its bounds, less the words cut off; it stays until a start tag
+    /// is left behind. With the vector flag set: contentByWord().
+    virtual std::string const& content() const;
+
+    /// Cuts the next word off the content, const or not, in time that does not depend on the length of the rest. Empty if there is none.
+    virtual std::string const& contentByWord() const;
+
+    /// The number of words left; 1 also for empty content.
+    virtual unsigned int contentCount() const;
+
+    /// True while the content is not empty.
+    virtual bool isContentAvailable() const;
+
+    /// Lets content() give one word per call. Falls back to false when a start tag is left behind.
+    virtual void setContentVectorFlag(bool flag);
+
+    /// Line of the cursor, from 1. A best effort after a fast path, which skips newlines inside its own token.
+    virtual int lineCountOfFile() const;
+
+    /// Skips the element that has just started, with all that is in it; its attributes are dropped in silence.
+    ///
+    /// Stops at the first end tag of this name, nested or not: what nobody claims is shallow and uniquely named.
+    /// \return false if the document ended or failed; it has been reported
+    virtual bool nextMatchingEndTag();
+
+    /// The text between the tags of the element that has just started, tags and all, without the white space at its bounds.
+    ///
+    /// Ends behind the end tag, in XML_READER_END_TAG. Text behind the end tag and in front of the next `<` is dropped. Elements whose
+    /// name begins with this element's name count as nested ones of the same name, and an end tag has no blanks in it. Without a `<`
+    /// it reports, and the mode is XML_READER_ERROR. If the end tag is missing the result is the rest of the document.
+    virtual std::string const& getChildrenAsString();
+
+    /// DELETES the stream. For whoever made it for this reader; the reader is not used any more.
+    virtual void close();
+
+    // The fast paths cut tokens straight out of the text, for long runs of regular data. They see no events: mode, element, attributes
+    // and content stay as they are, a comment is taken for a tag, and nothing is checked or reported. They and readXml() can take turns
+    // at the bounds of tokens.
+    //
+    // The caller promises that the token is there, stands on one line and is shorter than 16 KiB. Without any further token of its kind,
+    // as at the end of the input, THE CALL DOES NOT RETURN. A token that is not closed in the text in hand yields the rest of that text.
+    // The result is valid until the next call that reads.
+
+    /// `<name `: the name. The cursor stands on the first attribute.
+    virtual std::string const& getComplexStartTagFast();
+    /// `<name>`: the name LESS ITS LAST BYTE, "ab" for `<abc>`. Callers add it again or write one byte more.
+    virtual std::string const& getSimpleStartTagFast();
+    /// `"value"`: the next text in double quotes, whatever stands in front of it.
+    virtual std::string const& getAttributeValueFast();
+    /// The same, and steps behind the `>` that follows.
+    virtual std::string const& getLastAttributeValueFast();
+    /// The next word, up to white space or a `<`. The byte that ends it is consumed, `<` too: for readXml() to follow there must be white
+    /// space between the last word and the end tag.
+    virtual std::string const& getContentByWordFast();
+    /// Steps behind the next `>`.
+    virtual void getEndTagFast();
+
+    /// Takes over all but the stream: the target reads on from its own.
+    NyXmlFileReader& operator=(NyXmlFileReader const& other);
+
+    // For the hot paths of the library. Not virtual, so that a subclass does not see them.
+
+    /// The word that contentByWord() would give, cut off the content without a copy. Empty for empty content. Valid until the next call
+    /// that reads, or asks for the content.
+    std::string_view takeContentWord() noexcept;
+
+    /// What content() gives without the vector flag, without a copy. Valid like the above.
+    std::string_view contentView() const noexcept { return std::string_view(m_theContent).substr(m_theContentStart); }
+
+protected:
+    /// One step through the text: skips comments and declarations, fills the content. \return the event, or XML_READER_ERROR with a
+    /// report. Comments in a row are one call, so that their number does not matter to the call stack.
+    virtual XML_READER_MODE nextEvent();
+
+    /// \param tag  the text between `<` and `>`; changed
+    virtual XML_READER_MODE tagType(std::string& tag);
+
+    /// Opens an element and collects its attributes. \param line  a start tag without slash; changed. \return false after a report
+    virtual bool parseElementAndAttributes(std::string& line);
+
+    /// Takes the prefix off: the local name loses everything up to its first `:`. Puts no URI in its place.
+    virtual NyToken& swapNamespacePrefixWithUri(NyToken& token, DEFAULT_NAMESPACE_OPTION option) const;
+
+    /// Cuts the first word off \p text, with the white space behind it. Valid until the next call of this or of nextQuotedToken().
+    ///
+    /// Of a content of more than 64 KiB only the place where the rest begins is remembered.
+    virtual std::string const& nextWord(std::string& text) const;
+
+    /// 1, and 1 for each word that follows white space: exact for a text without white space at its bounds.
+    virtual unsigned int wordCount(std::string const& text) const;
+
+    /// Cuts a text in quotes off \p text, with the white space behind it. The first byte is the quote. Reports if there is no second.
+    virtual std::string const& nextQuotedToken(std::string& text);
+
+    /// Moves up to the next \p delimiter, and over it if \p consume is true.
+    /// \param line  becomes the text in front of it, or what is left of the input. \return false if the input ended before
+    virtual bool getLineWithLineCount(std::string& line, char delimiter, bool consume);
+
+    /// True for a comment or a declaration. \param line  the text between `<` and the first `>`; a comment with a `>` inside grows to
+    /// its end. False after a report, too.
+    virtual bool isComment(std::string& line);
+
+    // White text stays as it is in these three.
+    virtual void stripWhiteSpaceFromBounds(std::string& text) const;
+    virtual void stripLeadingWhiteSpace(std::string& text) const;
+    virtual void stripTrailingWhiteSpace(std::string& text) const;
+
+    // Take off the first and the last byte, whatever it is.
+    virtual void stripLeadingSlash(std::string& text) const;
+    virtual void stripTrailingSlash(std::string& text) const;
+
+    /// Always reports improper quotes, and changes nothing: it looks for the second quote behind the text. Nobody calls it.
+    virtual void stripQuotes(std::string& text);
+
+    virtual bool isWhiteSpace(std::string const& text) const;
+
+    /// Prints the text with file and line. Sets nothing.
+    virtual void warnMessage(char const* text) const;
+
+private:
+    // The text in hand (NyXmlFileReaderScanner.cpp).
+    bool readBlock(bool wholeBlock);
+    char getCurrentChar();
+    void moveToBlockEnd();
+    void moveToDelim(char delimiter);
+    void moveToIndex(std::size_t index);
+    void moveToNextWord();
+    void ensureNewlineExists();
+    std::size_t findDelimiter(char delimiter, std::size_t searched);
+    bool isStreamAtEnd() const;
+    void jumpTo(std::size_t index);
+    void countLines() const;
+    void makeRoom(std::size_t size);
+    void stepOver(char delimiter);
+    void cutValue(std::size_t end);
+
+    // The events where they stand in the block (NyXmlFileReaderInPlace.cpp).
+    bool isReadInPlace();
+    XML_READER_MODE nextEventInPlace();
+    std::size_t findTagInPlace(std::size_t& white);
+    bool isEndTagInPlace(std::size_t open, std::string_view name) const;
+    std::size_t takeContent(std::size_t start, std::size_t end, std::size_t open);
+    XML_READER_MODE tagInPlace(std::string_view tag, bool& isSkipped);
+    bool endTagInPlace(std::string_view tag);
+    bool startTagInPlace(std::string_view text);
+    bool attributesInPlace(std::string_view text);
+
+    // What both ways share.
+    XML_READER_MODE endInText(bool isText);
+    XML_READER_MODE textOutOfPlace();
+    XML_READER_MODE endInTag();
+    XML_READER_MODE badTag();
+    void dropAttributes();
+    bool parseAttributes(std::string& line);
+    XML_READER_MODE endTag(std::string const& tag);
+    void declareNamespace(std::string const& name, std::string const& value);
+    XML_READER_MODE concludeText(XML_READER_MODE mode, std::size_t texts);
+    XML_READER_MODE fault(char const* text);
+    bool refuse(char const* text)
+    {
+        fault(text);
+        return false;
+    }
+    void stripContent();
+    std::string& exactContent() const;
+    std::string_view cutWord() const noexcept;
+    void copyState(NyXmlFileReader const& other);
+
+    std::istream* m_theStream;
+    std::string m_theFileName;
+    unsigned int m_theErrorCode = 0;
+    XML_READER_MODE m_theMode = XML_READER_EOF;
+    NyXmlElementStack m_theElementStack;
+    NyXmlAttributeList m_theAttributes;
+    unsigned int m_theNumOfAttributes = 0;
+    mutable std::string m_theContent;
+    bool m_theContentVectorFlag = false;
+    mutable int m_theLineCount = 1; ///< of the place m_theCounted; lineCountOfFile() counts on from there
+    NyToken m_theEndTag;            ///< read in place it is the name that was popped last, and this one is not kept up
+    NyToken m_theSpareToken;
+    mutable std::string m_theValue;
+    std::string m_theBlock;
+    std::size_t m_theIndex = std::string::npos;
+    NyToken m_theAttributeName;
+    NyToken m_theAttributeValue;
+    std::string m_thePrefix;
+    std::unique_ptr<char[]> m_theReadBuffer;
+
+    mutable std::size_t m_theContentStart = 0;    ///< where in m_theContent the content begins: what is before was cut off
+    std::size_t m_theBlockStart = 0;              ///< text of m_theBlock before it is given up, and erased when room is needed
+    mutable std::size_t m_theCounted = 0;         ///< newlines of m_theBlock before it are in m_theLineCount or never will be
+    std::size_t m_theNewline = std::string::npos; ///< where a newline is known to stand, or all ones
+    enum class Way : char { UNKNOWN, PLAIN, IN_PLACE } m_theWay = Way::UNKNOWN;
+    std::string m_theLine; ///< scratch
+};
+
+#endif

@@ -1,0 +1,167 @@
+// What a caller takes from the reader once an event has come: attributes, content as a whole or word by word, subtrees.
+//
+// The content begins at m_theContentStart of m_theContent. A word is cut off by moving that place, for a run of two million numbers is
+// ordinary and moving the rest for each of them is not.
+
+#include <nyXml/core/NyWhiteSpace.h>
+#include <nyXml/reader/NyXmlFileReader.h>
+
+#include <string>
+#include <utility>
+
+namespace {
+
+constexpr std::size_t none = std::string::npos;
+
+// A subclass that has a nextWord() of its own gets to see the exact rest up to this length; behind it the rest is not moved for every word.
+constexpr std::size_t cheapToMove = 64 * 1024;
+
+unsigned int wordsIn(std::string_view text)
+{
+    unsigned int count = 1;
+    for (std::size_t at = NyWhiteSpace::findWhite(text); at != text.size(); at = NyWhiteSpace::findWhite(text, at)) {
+        at = NyWhiteSpace::findBlack(text, at);
+        if (at != text.size())
+            ++count;
+    }
+    return count;
+}
+
+} // namespace
+
+NyToken const& NyXmlFileReader::attributeName(NyToken const& name) const
+{
+    NyToken const* const found = m_theAttributes.find(name.localName());
+    return found != nullptr ? *found : m_theNullToken;
+}
+
+NyToken const& NyXmlFileReader::attributeName() const
+{
+    NyToken const* const first = m_theAttributes.firstName();
+    return first != nullptr ? *first : m_theNullToken;
+}
+
+std::string const& NyXmlFileReader::attributeValue(NyToken const& name)
+{
+    return m_theAttributes.take(name.localName(), m_theValue) ? m_theValue : m_theNullString;
+}
+
+std::string const& NyXmlFileReader::attributeValue()
+{
+    return m_theAttributes.takeFirst(m_theValue) ? m_theValue : m_theNullString;
+}
+
+unsigned int NyXmlFileReader::numOfAttributes() const { return m_theNumOfAttributes; }
+
+unsigned int NyXmlFileReader::remainingNumOfAttributes() const { return static_cast<unsigned int>(m_theAttributes.remaining()); }
+
+std::string const& NyXmlFileReader::content() const { return m_theContentVectorFlag ? contentByWord() : exactContent(); }
+
+// Those who want the content as a string pay for what was cut off.
+std::string& NyXmlFileReader::exactContent() const
+{
+    if (m_theContentStart != 0)
+        m_theContent.erase(0, std::exchange(m_theContentStart, 0));
+    return m_theContent;
+}
+
+std::string const& NyXmlFileReader::contentByWord() const
+{
+    if (m_theWay == Way::IN_PLACE)
+        return m_theValue.assign(cutWord());
+    return nextWord(m_theContent.size() > cheapToMove ? m_theContent : exactContent());
+}
+
+// Hot: once for every number of a sequence. The string stays as it is, the last word included, for the view to be good.
+std::string_view NyXmlFileReader::cutWord() const noexcept
+{
+    std::string_view const text = m_theContent;
+    std::size_t const start = m_theContentStart;
+    std::size_t const end = NyWhiteSpace::findWhite(text, start);
+    m_theContentStart = NyWhiteSpace::findBlack(text, end);
+    return text.substr(start, end - start);
+}
+
+std::string_view NyXmlFileReader::takeContentWord() noexcept { return cutWord(); }
+
+std::string const& NyXmlFileReader::nextWord(std::string& text) const
+{
+    if (&text == &m_theContent) {
+        m_theValue.assign(cutWord());
+        if (m_theContentStart == text.size() || text.size() <= cheapToMove)
+            exactContent();
+        return m_theValue;
+    }
+    std::size_t const end = NyWhiteSpace::findWhite(text);
+    m_theValue.assign(text, 0, end);
+    text.erase(0, NyWhiteSpace::findBlack(text, end));
+    return m_theValue;
+}
+
+unsigned int NyXmlFileReader::contentCount() const
+{
+    return m_theWay == Way::IN_PLACE ? wordsIn(contentView()) : wordCount(exactContent());
+}
+
+unsigned int NyXmlFileReader::wordCount(std::string const& text) const { return wordsIn(text); }
+
+bool NyXmlFileReader::isContentAvailable() const { return m_theContentStart != m_theContent.size(); }
+
+void NyXmlFileReader::setContentVectorFlag(bool flag) { m_theContentVectorFlag = flag; }
+
+bool NyXmlFileReader::nextMatchingEndTag()
+{
+    if (m_theMode == XML_READER_EMPTY_TAG)
+        return true;
+    NyToken const name = m_theElementStack.empty() ? m_theNullToken : m_theElementStack.top();
+    for (;;) {
+        m_theAttributes.clear();
+        switch (readXml()) {
+        case XML_READER_ERROR: return false;
+        case XML_READER_END_TAG:
+        case XML_READER_CONTENT:
+            // No depth is counted: what nobody claims is shallow and uniquely named.
+            if ((m_theWay == Way::IN_PLACE ? m_theElementStack.popped() : m_theEndTag) == name)
+                return true;
+            break;
+        case XML_READER_EOF: fault("Requested next end tag but found EOF."); return false;
+        case XML_READER_START_TAG:
+        case XML_READER_EMPTY_TAG: break;
+        }
+    }
+}
+
+std::string const& NyXmlFileReader::getChildrenAsString()
+{
+    std::string const name = m_theElementStack.empty() ? std::string() : m_theElementStack.top().localName();
+    std::string const startMarker = "<" + name;
+    std::string const endMarker = "</" + name + ">";
+    auto const beginsWith = [](std::string const& text, std::string const& start) {
+        return text.compare(0, start.size(), start) == 0;
+    };
+
+    m_theValue.clear();
+    if (!getLineWithLineCount(m_theValue, '<', false)) {
+        fault("getChildrenAsString Error: end of file too early -- expecting start tag.");
+        return m_theValue;
+    }
+    std::string piece; // one tag and the text behind it
+    std::string text;
+    for (std::size_t depth = 0; !isStreamAtEnd() || m_theIndex != none;) {
+        piece.assign(1, getCurrentChar());
+        getLineWithLineCount(text, '<', false);
+        piece += text;
+        if (beginsWith(piece, endMarker)) {
+            if (depth-- == 0)
+                break;
+        } else if (beginsWith(piece, startMarker) && piece.find("/>") == none) {
+            ++depth;
+        }
+        m_theValue += piece;
+    }
+    stripWhiteSpaceFromBounds(m_theValue);
+    m_theMode = XML_READER_END_TAG;
+    if (!m_theElementStack.empty())
+        m_theElementStack.pop();
+    return m_theValue;
+}

@@ -1,0 +1,73 @@
+// The fast paths: tokens cut out of the block with no look at anything else. What they trust their caller with stands in the header.
+
+#include <nyXml/core/NyWhiteSpace.h>
+#include <nyXml/reader/NyXmlFileReader.h>
+
+namespace {
+
+constexpr std::size_t none = std::string::npos;
+
+} // namespace
+
+// Makes the text from the cursor to `end` the value and steps over the byte there. Without an end the value is the rest of the text in
+// hand, and the cursor goes back to where that text begins.
+void NyXmlFileReader::cutValue(std::size_t end)
+{
+    m_theValue.assign(m_theBlock, m_theIndex, end == none ? none : end - m_theIndex);
+    jumpTo(end == none ? m_theBlockStart : end + 1);
+}
+
+// Onto the delimiter, with its line in hand, and over it.
+void NyXmlFileReader::stepOver(char delimiter)
+{
+    moveToDelim(delimiter);
+    ensureNewlineExists();
+    jumpTo(m_theIndex + 1);
+}
+
+std::string const& NyXmlFileReader::getComplexStartTagFast()
+{
+    stepOver('<');
+    std::size_t const end = NyWhiteSpace::findWhite(m_theBlock, m_theIndex);
+    cutValue(end != m_theBlock.size() ? end : none);
+    return m_theValue;
+}
+
+std::string const& NyXmlFileReader::getSimpleStartTagFast()
+{
+    stepOver('<');
+    std::size_t const end = m_theBlock.find('>', m_theIndex);
+    cutValue(end);
+    // Less its last byte: callers outside count on the offset.
+    if (end != none && !m_theValue.empty())
+        m_theValue.pop_back();
+    return m_theValue;
+}
+
+std::string const& NyXmlFileReader::getAttributeValueFast()
+{
+    stepOver('"');
+    cutValue(m_theBlock.find('"', m_theIndex));
+    return m_theValue;
+}
+
+std::string const& NyXmlFileReader::getLastAttributeValueFast()
+{
+    std::string const& value = getAttributeValueFast();
+    stepOver('>');
+    return value;
+}
+
+std::string const& NyXmlFileReader::getContentByWordFast()
+{
+    moveToNextWord();
+    ensureNewlineExists();
+    std::size_t const end = m_theBlock.find_first_of(" \t\n\r<", m_theIndex);
+    if (end != none)
+        cutValue(end);
+    else
+        m_theValue.assign(m_theBlock, m_theIndex, none);
+    return m_theValue;
+}
+
+void NyXmlFileReader::getEndTagFast() { stepOver('>'); }

@@ -1,0 +1,238 @@
+// The events, the way of the exact class: tags are looked at where they stand in the block, and only what a caller can ask for is copied.
+//
+// Hot: all of a document comes through here. Everyday tags are dealt with here and everything else is handed, before anything has
+// changed, to the operations of the plain way, which are the rule: a test drives both ways over the same documents and compares.
+
+#include <nyXml/core/NyWhiteSpace.h>
+#include <nyXml/reader/NyXmlFileReader.h>
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+
+namespace {
+
+constexpr std::size_t none = std::string::npos;
+
+// Longer runs of text become the content by handing over the block. Below that a copy costs less than the block's new start.
+constexpr std::size_t longText = 8 * 1024;
+constexpr std::size_t blockCapacity = 32 * 1024;
+
+constexpr auto tableOf(std::string_view characters)
+{
+    std::array<bool, 256> table{};
+    for (char c : characters)
+        table[static_cast<unsigned char>(c)] = true;
+    return table;
+}
+constexpr auto endsElementName = tableOf(" \t\n\r#:");
+constexpr auto endsLocalElementName = tableOf(" \t\n\r#");
+constexpr auto endsAttributeName = tableOf(" \t\n\r=:");
+constexpr auto endsLocalAttributeName = tableOf(" \t\n\r=");
+
+std::size_t findAny(std::array<bool, 256> const& table, std::string_view text, std::size_t from = 0)
+{
+    while (from != text.size() && !table[static_cast<unsigned char>(text[from])])
+        ++from;
+    return from;
+}
+
+// How many bytes in front of `end` are white.
+std::size_t whiteBefore(std::string_view text, std::size_t end)
+{
+    std::size_t first = end;
+    while (first != 0 && NyWhiteSpace::is(text[first - 1]))
+        --first;
+    return end - first;
+}
+
+bool beginsWith(std::string_view text, std::string_view start) { return text.substr(0, start.size()) == start; }
+
+bool endsWith(std::string_view text, std::string_view end)
+{
+    return text.size() >= end.size() && text.substr(text.size() - end.size()) == end;
+}
+
+} // namespace
+
+// The steps of nextEvent(), in its order.
+NyXmlFileReader::XML_READER_MODE NyXmlFileReader::nextEventInPlace()
+{
+    for (std::size_t textsWaiting = 0;;) {
+        std::size_t white;
+        std::size_t open = findTagInPlace(white); // the '<'
+        if (open == none)
+            return concludeText(endInText(m_theIndex + white != m_theBlock.size()), textsWaiting);
+        bool const isText = m_theIndex + white != open;
+        if (isText && m_theMode != XML_READER_START_TAG) {
+            moveToIndex(open + 1);
+            return concludeText(textOutOfPlace(), textsWaiting);
+        }
+
+        std::string_view const name = m_theElementStack.bareName();
+        if (isEndTagInPlace(open, name)) {
+            if (isText)
+                open = takeContent(m_theIndex + white, open - whiteBefore(m_theBlock, open), open);
+            moveToIndex(open + name.size() + 3); // </name>
+            m_theElementStack.pop();
+            return isText ? XML_READER_CONTENT : concludeText(XML_READER_END_TAG, textsWaiting);
+        }
+        if (isText)
+            open = takeContent(m_theIndex, open, open);
+        moveToIndex(open + 1);
+        std::size_t const close = findDelimiter('>', 0);
+        if (close == none)
+            return concludeText(endInTag(), textsWaiting);
+        std::string_view const tag = std::string_view(m_theBlock).substr(m_theIndex, close - m_theIndex);
+        moveToIndex(close + 1);
+        bool isSkipped = false;
+        XML_READER_MODE const mode = tagInPlace(tag, isSkipped);
+        if (!isSkipped && mode == XML_READER_ERROR)
+            return concludeText(badTag(), textsWaiting);
+        textsWaiting += isText ? 1 : 0;
+        if (!isSkipped)
+            return concludeText(mode, textsWaiting);
+    }
+}
+
+// Where the next tag begins, all ones if the input ends before. `white` says how many bytes from the cursor on are white.
+std::size_t NyXmlFileReader::findTagInPlace(std::size_t& white)
+{
+    if (m_theIndex == none)
+        m_theIndex = m_theBlock.size();
+    std::size_t open = NyWhiteSpace::findBlack(m_theBlock, m_theIndex);
+    white = open - m_theIndex;
+    if (open != m_theBlock.size() && m_theBlock[open] == '<')
+        return open;
+    bool const isCut = open == m_theBlock.size();
+    open = findDelimiter('<', white); // may move the text
+    if (isCut)
+        white = NyWhiteSpace::findBlack(m_theBlock, m_theIndex + white) - m_theIndex;
+    return open;
+}
+
+// True for the end tag of the innermost element, written as plainly as can be: </name>
+bool NyXmlFileReader::isEndTagInPlace(std::size_t open, std::string_view name) const
+{
+    std::string_view const text = std::string_view(m_theBlock).substr(open);
+    return text.size() >= name.size() + 3 && text[1] == '/' && text[name.size() + 2] == '>' && !name.empty() &&
+           std::memcmp(text.data() + 2, name.data(), name.size()) == 0;
+}
+
+// Makes the text from `start` to `end` the content. `open` is where the tag behind it begins. \return where it begins then
+std::size_t NyXmlFileReader::takeContent(std::size_t start, std::size_t end, std::size_t open)
+{
+    if (end - start < longText) {
+        m_theContent.assign(m_theBlock, start, end - start);
+        m_theContentStart = 0;
+        return open;
+    }
+    m_theAttributes.own();
+    moveToIndex(open);
+    countLines();
+    m_theContent.swap(m_theBlock);
+    m_theBlock.reserve(blockCapacity);
+    m_theBlock.assign(m_theContent, open, none);
+    m_theContent.resize(end);
+    m_theContentStart = start;
+    m_theIndex = m_theBlockStart = m_theCounted = 0;
+    m_theNewline = none;
+    return 0;
+}
+
+// Does what the tag says. `isSkipped` becomes true for a comment or a declaration.
+NyXmlFileReader::XML_READER_MODE NyXmlFileReader::tagInPlace(std::string_view tag, bool& isSkipped)
+{
+    if (!tag.empty())
+        switch (tag[0]) {
+        case '!': isSkipped = beginsWith(tag, "!--") && endsWith(tag, "--"); break;
+        case '?': isSkipped = tag.back() == '?'; break;
+        case '/':
+            if (endTagInPlace(tag))
+                return XML_READER_END_TAG;
+            break;
+        default:
+            if (startTagInPlace(tag))
+                return tag.back() == '/' ? XML_READER_EMPTY_TAG : XML_READER_START_TAG;
+        }
+    if (isSkipped)
+        return m_theMode;
+    m_theLine.assign(tag); // a comment with a '>' in it goes on behind this tag and moves the block
+    isSkipped = isComment(m_theLine);
+    return isSkipped ? m_theMode : tagType(m_theLine);
+}
+
+// `/name` with a prefix or white space behind it. False, and nothing has changed, for what is not the end tag of the innermost element.
+bool NyXmlFileReader::endTagInPlace(std::string_view tag)
+{
+    if (m_theElementStack.empty() || tag.size() < 2 || tag[1] == ' ')
+        return false;
+    std::string_view name = tag.substr(1);
+    if (NyWhiteSpace::isAll(name))
+        return false;
+    name = NyWhiteSpace::trimmed(name);
+    name.remove_prefix(name.find(':') + 1); // all ones and 1 is none
+    NyToken const& element = m_theElementStack.top();
+    if (name != element.localName() || !element.namespaceName().empty())
+        return false;
+    m_theElementStack.pop();
+    return true;
+}
+
+// False, and nothing has changed, for an element name that is missing or odd.
+bool NyXmlFileReader::startTagInPlace(std::string_view text)
+{
+    if (text.back() == '/')
+        text.remove_suffix(1);
+    text.remove_suffix(whiteBefore(text, text.size()));
+    std::size_t nameEnd = findAny(endsElementName, text);
+    std::size_t const prefix = nameEnd < text.size() && text[nameEnd] == ':' ? nameEnd + 1 : 0;
+    if (prefix != 0)
+        nameEnd = findAny(endsLocalElementName, text, prefix);
+    if (nameEnd == 0 || (nameEnd < text.size() && text[nameEnd] == '#'))
+        return false;
+
+    dropAttributes();
+    std::string_view const name = text.substr(prefix, nameEnd - prefix);
+    m_theElementStack.push(name);
+    text.remove_prefix(NyWhiteSpace::findBlack(text, nameEnd));
+    if (!text.empty() && !attributesInPlace(text)) {
+        // From the bad attribute on, the plain way; until all is well the element goes by the name of the one around it.
+        NyToken const element{ std::string(name) };
+        m_theElementStack.unname();
+        if (!parseAttributes(m_theLine))
+            return true;
+        m_theElementStack.name(element);
+    }
+    m_theNumOfAttributes = static_cast<unsigned int>(m_theAttributes.remaining());
+    return true;
+}
+
+// name="value" ... without white space at the bounds. False at an attribute that is not well formed: m_theLine is the text from there on.
+bool NyXmlFileReader::attributesInPlace(std::string_view text)
+{
+    while (!text.empty()) {
+        std::size_t nameEnd = findAny(endsAttributeName, text);
+        std::size_t const prefix = nameEnd < text.size() && text[nameEnd] == ':' ? nameEnd + 1 : 0;
+        if (prefix != 0)
+            nameEnd = findAny(endsLocalAttributeName, text, prefix);
+        std::size_t const equals = text.find('=', nameEnd);
+        std::size_t const quote = equals != none ? NyWhiteSpace::findBlack(text, equals + 1) : text.size();
+        std::size_t const second =
+            quote < text.size() && (text[quote] == '"' || text[quote] == '\'') ? text.find(text[quote], quote + 1) : none;
+        if (nameEnd == 0 || second == none) {
+            m_theLine.assign(text);
+            return false;
+        }
+        std::string_view value = text.substr(quote + 1, second - quote - 1);
+        value.remove_prefix(value.find('#') + 1); // all ones and 1 is none
+
+        std::string_view const name = text.substr(0, nameEnd);
+        if (beginsWith(name, "xmlns"))
+            declareNamespace(std::string(name), std::string(value));
+        else if (!beginsWith(name, "xsi:"))
+            m_theAttributes.add(name.substr(prefix), value);
+        text.remove_prefix(NyWhiteSpace::findBlack(text, second + 1));
+    }
+    return true;
+}
