@@ -136,6 +136,8 @@ unsigned int catalogParts() { return partCount; }
 
 unsigned int catalogElements() { return 1 + partCount * 9; }
 
+unsigned int catalogAttributes() { return 1 + partCount * 5; }
+
 Path const& path()
 {
     static Path const data = [] {

@@ -52,8 +52,9 @@ void forEachPart(std::function<void(Part const&)> const& take);
 
 unsigned int catalogParts();
 
-/// Elements in the catalog's document, the root included.
+/// In the catalog's document, the root included.
 unsigned int catalogElements();
+unsigned int catalogAttributes();
 
 /// <path size="300000"><element x="" y="" z=""/>...</path>
 Path const& path();

@@ -116,8 +116,9 @@ void addLibrary(Runs& runs)
     runs.read<LibraryCatalog>("readCatalog/nyXml", catalogDocument(), readObject<LibraryCatalog>, isCatalog);
     runs.read<NyXmlVectorVector>("readPath/nyXml", pathDocument(), readObject<NyXmlVectorVector>, isPath);
     runs.read<LibraryWeights>("readMap/nyXml", weightsDocument(), readObject<LibraryWeights>, isWeights);
-    runs.read<Walked>("walk/nyXml", catalogDocument(), walkEvents,
-                      [](Walked const& walked) { return walked.elements == catalogElements() && walked.textBytes > 0; });
+    runs.read<Walked>("walk/nyXml", catalogDocument(), walkEvents, [](Walked const& walked) {
+        return walked.elements == catalogElements() && walked.attributes == catalogAttributes();
+    });
     runs.write("writeNumbers/nyXml", writeNumbers, numbers());
     runs.write("writeCatalog/nyXml", writeCatalog, catalog());
     runs.write("writePath/nyXml", writePath, path());

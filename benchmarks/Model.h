@@ -50,7 +50,7 @@ public:
 
     void registerComponents() override
     {
-        static NyToken const id(modelNamespace, "id");
+        static NyToken const id("id"); // attributes take no namespace
         static NyToken const active(modelNamespace, "active");
         static NyToken const mass(modelNamespace, "mass");
         static NyToken const position(modelNamespace, "position");
@@ -88,17 +88,25 @@ using LibraryCatalog = NyXmlVectorType<LibraryPart>;
 /// What a walk over the events of a document has met.
 struct Walked {
     unsigned int elements = 0;
-    std::size_t textBytes = 0;
+    unsigned int attributes = 0;
+    std::size_t textBytes = 0; ///< values of attributes included
 };
 
-/// Pulls every event of the document and looks at the name of each element and at each text.
+/// Pulls every event of the document and looks at the name of each element, at its attributes and at each text. (A reader complains
+/// of attributes that nobody took.)
 inline void walk(std::istream& stream, Walked& walked)
 {
     NyXmlFileReader reader("document", stream);
     for (auto mode = reader.readXml(); mode != NyXmlFileReader::XML_READER_EOF; mode = reader.readXml()) {
         switch (mode) {
         case NyXmlFileReader::XML_READER_START_TAG:
-        case NyXmlFileReader::XML_READER_EMPTY_TAG: walked.elements += reader.element().empty() ? 0 : 1; break;
+        case NyXmlFileReader::XML_READER_EMPTY_TAG:
+            walked.elements += reader.element().empty() ? 0 : 1;
+            for (auto left = reader.remainingNumOfAttributes(); left > 0; --left) {
+                walked.attributes += reader.attributeName().empty() ? 0 : 1;
+                walked.textBytes += reader.attributeValue().size();
+            }
+            break;
         case NyXmlFileReader::XML_READER_CONTENT: walked.textBytes += reader.content().size(); break;
         case NyXmlFileReader::XML_READER_ERROR: return;
         case NyXmlFileReader::XML_READER_EOF:
