@@ -6,45 +6,43 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <sstream>
 #include <string>
-#include <vector>
 
 namespace {
 
 std::string const instance = R"(xmlns:xsi="http://www.w3.org/2001/XMLSchema-instance")";
-std::string const declaration = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
 
-void open(NyXmlWriter& writer, NyToken const& token) { writer.writeStartTagUsingParentNamespace(token); }
-
-void leaf(NyXmlWriter& writer, NyToken const& token, std::string const& text)
+/// Makes the calls that a line of words names: `<ns#a` start tag, `+a` start tag in the parent's namespace, `@a` attribute name, `=text` data,
+/// `:3` columns, `/` end tag.
+void play(NyXmlWriter& writer, std::string const& calls)
 {
-    open(writer, token);
-    writer << text;
-    writer.writeEndTag();
+    std::istringstream words(calls);
+    for (std::string word; words >> word;) {
+        std::string const rest = word.substr(1);
+        switch (word[0]) {
+        case '<': writer.writeStartTag(rest); break;
+        case '+': writer.writeStartTagUsingParentNamespace(rest); break;
+        case '@': writer.setAttributeName(rest); break;
+        case '=': writer.data(rest); break;
+        case ':': writer.setNumOfContentColumns(static_cast<unsigned int>(std::stoul(rest))); break;
+        case '/': writer.writeEndTag(); break;
+        default: ADD_FAILURE() << word;
+        }
+    }
 }
 
-/// The bytes that the calls give, without declaration; the document is called d.xml.
-std::string written(std::function<void(NyXmlWriter&)> const& calls)
+/// The bytes that the calls give, without XML declaration and location of the schema; the document is called d.xml.
+std::string written(std::string const& calls, std::string const& indent = " ")
 {
     std::ostringstream stream;
     NyXmlWriter writer("d.xml", stream);
     writer.setHeader("");
-    calls(writer);
-    return stream.str();
-}
-
-/// The same inside `<r>` of namespace u, less the root's own bytes.
-std::string inRoot(std::function<void(NyXmlWriter&)> const& calls)
-{
-    std::string const bytes = written([&calls](NyXmlWriter& writer) {
-        writer.writeStartTag("u#r");
-        calls(writer);
-    });
-    std::string const root = "<r " + instance + "\n  xsi:schemaLocation=\"u\n  d.u.xsd\" xmlns=\"u\"";
-    EXPECT_EQ(bytes.substr(0, root.size()), root);
-    return bytes.substr(root.size());
+    writer.setIndent(indent);
+    play(writer, calls);
+    std::string const bytes = stream.str(), location = " " + instance + "\n  xsi:schemaLocation=\"u\n  d.u.xsd\"";
+    std::size_t const at = bytes.find(location);
+    return at == std::string::npos ? bytes : std::string(bytes).erase(at, location.size());
 }
 
 TEST(Writer, SmallDocument)
@@ -54,100 +52,48 @@ TEST(Writer, SmallDocument)
     writer.writeStartTag("urn:demo/shapes#root");
     writer.setAttributeName("id");
     writer << 7;
-    open(writer, "size");
+    writer.writeStartTagUsingParentNamespace("size");
     writer << 1.5;
-    writer.writeEndTag();
-    open(writer, "note");
-    writer.writeEndTag();
-    writer.writeEndTag();
+    play(writer, "/ +note / /");
     EXPECT_EQ(stream.str(),
-              declaration + "<root " + instance +
+              "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<root " + instance +
                   "\n  xsi:schemaLocation=\"urn:demo/shapes\n  model.shapes.xsd\" xmlns=\"urn:demo/shapes\" id=\"7\">\n"
                   " <size>1.5</size>\n <note xsi:nil=\"true\"/>\n</root>\n");
 }
 
 TEST(Writer, FormOfAnElement)
 {
-    std::string const fifty(50, 'x');
-    struct Row {
-        char const* name;
-        std::function<void(NyXmlWriter&)> calls;
-        std::string bytes;
-    };
-    auto const numbers = [](NyXmlWriter& writer, int count) {
-        for (int i = 0; i < count; ++i)
-            writer << 12345;
-    };
-    std::string const ten = "12345 12345 12345 12345 12345 12345 12345 12345 12345 12345";
-    Row const rows[] = {
-        { "empty text is not nil", [](NyXmlWriter& w) { w << ""; }, "<a></a>\n" },
-        { "attributes alone are not nil", [](NyXmlWriter& w) { w.setAttributeName("b"), w << true; }, "<a b=\"1\"/>\n" },
-        { "markup is not escaped", [](NyXmlWriter& w) { w << "&<>\"'"; }, "<a>&<>\"'</a>\n" },
-        { "fifty bytes", [&](NyXmlWriter& w) { w << fifty; }, "<a>" + fifty + "</a>\n" },
-        { "fifty-one bytes", [&](NyXmlWriter& w) { w << fifty + "y"; }, "<a>\n  " + fifty + "y\n </a>\n" },
-        { "ten to a line", [&](NyXmlWriter& w) { numbers(w, 21); }, "<a>\n  " + ten + "\n    " + ten + "\n    12345\n </a>\n" },
-        { "columns", [&](NyXmlWriter& w) { w.setNumOfContentColumns(1), numbers(w, 3); },
-          "<a>12345\n    12345\n    12345</a>\n" },
-        { "no columns", [&](NyXmlWriter& w) { w.setNumOfContentColumns(0), numbers(w, 11); },
-          "<a>\n  " + ten + " 12345\n </a>\n" },
-    };
-    for (Row const& row : rows) {
-        SCOPED_TRACE(row.name);
-        EXPECT_EQ(inRoot([&row](NyXmlWriter& writer) {
-                      open(writer, "a");
-                      row.calls(writer);
-                      writer.writeEndTag();
-                  }),
-                  ">\n " + row.bytes);
-    }
-    // Continuation lines stay two blanks a level, the indent is the tags' and the first line's. Columns end with their element.
-    EXPECT_EQ(inRoot([&](NyXmlWriter& writer) {
-                  writer.setIndent("\t");
-                  open(writer, "a");
-                  writer.setNumOfContentColumns(2);
-                  numbers(writer, 3);
-                  writer << fifty;
-                  writer.writeEndTag();
-                  open(writer, "b");
-                  numbers(writer, 3);
-              }),
-              ">\n\t<a>\n\t\t12345 12345\n    12345 " + fifty + "\n\t</a>\n\t<b");
+    std::string const fifty(50, 'x'), open = "<r xmlns=\"u\">\n";
+    std::string const five = " =12345 =12345 =12345 =12345 =12345",
+                      ten = "12345 12345 12345 12345 12345 12345 12345 12345 12345 12345";
+    EXPECT_EQ(written("<u#r +a /"), open + " <a xsi:nil=\"true\"/>\n");
+    EXPECT_EQ(written("<u#r +a @b =1 /"), open + " <a b=\"1\"/>\n");
+    EXPECT_EQ(written("<u#r +a @b = = / +c = = /"), open + " <a b=\"\"></a>\n <c> </c>\n"); // an empty text is a text
+    EXPECT_EQ(written("<u#r +a @b =<> =&'\" /"), open + " <a b=\"<>\">&'\"</a>\n");         // nothing is escaped
+    EXPECT_EQ(written("<u#r +a =" + fifty + " /"), open + " <a>" + fifty + "</a>\n");
+    EXPECT_EQ(written("<u#r +a =" + fifty + "y /"), open + " <a>\n  " + fifty + "y\n </a>\n");
+    EXPECT_EQ(written("<u#r +a" + five + five + five + five + " =1 /"),
+              open + " <a>\n  " + ten + "\n    " + ten + "\n    1\n </a>\n");
+    EXPECT_EQ(written("<u#r +a :1 =1 =2 / +b =1 =2 /"),
+              open + " <a>1\n    2</a>\n <b>1 2</b>\n"); // columns end with their element
+    EXPECT_EQ(written("<u#r +a :0" + five + five + " =1 /"), open + " <a>\n  " + ten + " 1\n </a>\n");
+    // Continuation lines stay two blanks a level, the indent is the tags' and the first line's.
+    EXPECT_EQ(written("<u#r +a :2 =1 =2 =3 =" + fifty + " / /", "\t"),
+              open + "\t<a>\n\t\t1 2\n    3 " + fifty + "\n\t</a>\n</r>\n");
 }
 
 TEST(Writer, NamespacesAndTheirPrefixes)
 {
     Messages messages;
-    std::string const bytes = inRoot([](NyXmlWriter& writer) {
-        writer.writeStartTag("http://x/v#a");
-        open(writer, "b");                        // inherits the declaration
-        writer.writeStartTag("u#c");              // root namespace: no prefix, however deep
-        writer.writeStartTag("http://other/v#d"); // equal prefix: passes for the one in force
-        writer.writeEndTag();
-        writer.writeEndTag();
-        writer.writeEndTag();
-        writer.writeEndTag();
-        writer.writeStartTag("http://x/v#a"); // declared anew, since the first one is closed
-        writer.writeEndTag();
-        writer.writeStartTag("http://x/#e"); // the prefix is empty, but it is one
-        writer.writeEndTag();
-        writer.writeEndTag();
-    });
-    EXPECT_EQ(bytes,
-              ">\n <v:a xmlns:v=\"http://x/v\">\n  <v:b>\n   <c>\n    <v:d xsi:nil=\"true\"/>\n   </c>\n  </v:b>\n </v:a>\n"
-              " <v:a xmlns:v=\"http://x/v\" xsi:nil=\"true\"/>\n <:e xsi:nil=\"true\"/>\n</r>\n");
+    // Within v: b inherits, c is of the root's namespace and has no prefix however deep, d has an equal prefix and passes for v.
+    // A sibling declares anew. The prefix of x/ is empty, but it is one.
+    EXPECT_EQ(
+        written("<u#r <x/v#a +b <u#c <y/v#d / / / / <x/v#a / <x/#e / /"),
+        "<r xmlns=\"u\">\n <v:a xmlns:v=\"x/v\">\n  <v:b>\n   <c>\n    <v:d xsi:nil=\"true\"/>\n   </c>\n  </v:b>\n </v:a>\n"
+        " <v:a xmlns:v=\"x/v\" xsi:nil=\"true\"/>\n <:e xsi:nil=\"true\"/>\n</r>\n");
     EXPECT_EQ(messages.take(), "");
-
     // The first namespace to come is the default one, also below a root without any, and of all documents that follow.
-    EXPECT_EQ(written([](NyXmlWriter& writer) {
-                  writer.writeStartTag("r");
-                  writer.writeStartTag("u#a");
-                  writer.writeEndTag();
-                  open(writer, "b");
-                  writer.writeEndTag();
-                  writer.writeEndTag();
-                  writer.writeStartTag("w/v#r");
-                  writer.writeEndTag();
-              }),
+    EXPECT_EQ(written("<r <u#a / +b / / <w/v#r /"),
               "<r>\n <a xmlns=\"u\" xsi:nil=\"true\"/>\n <b xsi:nil=\"true\"/>\n</r>\n<v:r " + instance +
                   "\n  xsi:schemaLocation=\"w/v\n  d.v.xsd\" xmlns:v=\"w/v\" xsi:nil=\"true\"/>\n");
     EXPECT_EQ(messages.take(), "NyXmlWriter Warning: All elements should have namespace: r\n\tFile: d.xml\n"
@@ -157,9 +103,8 @@ TEST(Writer, NamespacesAndTheirPrefixes)
 TEST(Writer, CallsOutOfPlace)
 {
     struct Row {
-        char const* name;
-        std::function<void(NyXmlWriter&)> calls;
-        std::string bytes, messages;
+        char const *calls, *bytes;
+        std::string messages;
     };
     auto const misplaced = [](std::string const& element) {
         return "NyXmlWriter Error: element " + element + " is placing content at incorrect location.\n\tFile: d.xml\n";
@@ -167,44 +112,32 @@ TEST(Writer, CallsOutOfPlace)
     auto const endTag = [](char mode) {
         return std::string("NyXmlWriter Error: end tag following incorrect mode ") + mode + ".  File d.xml\n";
     };
+    auto const preferred = [](std::string const& name) {
+        return "NyXmlWriter Error: no namespace on attributes preferred: " + name + "\n\tFile: d.xml\n";
+    };
+    auto const missing = [](std::string const& name) {
+        return "NyXmlWriter Error: attribute namespace doesn't exist: " + name + "\n\tFile: d.xml\n";
+    };
     Row const rows[] = {
-        { "data behind a child", [](NyXmlWriter& w) { leaf(w, "a", "t"), w << "lost", w.writeEndTag(); }, ">\n <a>t</a>\n</r>\n",
-          misplaced("r") },
-        { "end tag behind an attribute name",
-          [](NyXmlWriter& w) { open(w, "a"), w.setAttributeName("b"), w.writeEndTag(), w.writeEndTag(); }, ">\n <a b=</r>\n",
-          endTag('2') },
-        { "child behind an attribute name", [](NyXmlWriter& w) { w.setAttributeName("b"), leaf(w, "a", "t"); }, " b= <a>t</a>\n",
-          "" },
-        { "child behind data", [](NyXmlWriter& w) { w << "lost", leaf(w, "a", "t"), w.writeEndTag(); }, " <a>t</a>\n</r>\n", "" },
-        { "attribute behind a child", [](NyXmlWriter& w) { leaf(w, "a", "t"), w.setAttributeName("b"), w << 1; },
-          ">\n <a>t</a>\n b=\"1\"", "" },
-        { "end tag and data too many", [](NyXmlWriter& w) { w.writeEndTag(), w.writeEndTag(), w << "lost"; },
-          " xsi:nil=\"true\"/>\n", endTag('5') + misplaced("") },
-        { "attribute of a namespace",
-          [](NyXmlWriter& w) {
-              w.writeStartTag("x/v#a"), w.setAttributeName("y/v#b"), w << 1, w.setAttributeName("u#c"), w << 2;
-          },
-          ">\n <v:a xmlns:v=\"x/v\" v:b=\"1\" c=\"2\"",
-          "NyXmlWriter Error: no namespace on attributes preferred: y/v#b\n\tFile: d.xml\n"
-          "NyXmlWriter Error: no namespace on attributes preferred: u#c\n\tFile: d.xml\n"
-          "NyXmlWriter Error: attribute namespace doesn't exist: u#c\n\tFile: d.xml\n" },
+        { "<u#r +a =1 / =lost /", "<r xmlns=\"u\">\n <a>1</a>\n</r>\n", misplaced("r") },
+        { "<u#r +a @b / /", "<r xmlns=\"u\">\n <a b=</r>\n", endTag('2') },
+        { "<u#r @b +a =1 /", "<r xmlns=\"u\" b= <a>1</a>\n", "" },
+        { "<u#r =lost +a =1 / /", "<r xmlns=\"u\" <a>1</a>\n</r>\n", "" },
+        { "<u#r +a / @b =1", "<r xmlns=\"u\">\n <a xsi:nil=\"true\"/>\n b=\"1\"", "" },
+        { "<u#r <x/v#a @y/v#b =1 @u#c =2", "<r xmlns=\"u\">\n <v:a xmlns:v=\"x/v\" v:b=\"1\" c=\"2\"",
+          preferred("y/v#b") + preferred("u#c") + missing("u#c") },
+        // no element open
+        { "<u#r / / =lost", "<r xmlns=\"u\" xsi:nil=\"true\"/>\n", endTag('5') + misplaced("") },
+        { "=lost / @v#a =1 =2 /", " a=\"1\"", misplaced("") + endTag('0') + preferred("v#a") + missing("v#a") + endTag('4') },
     };
     for (Row const& row : rows) {
-        SCOPED_TRACE(row.name);
+        SCOPED_TRACE(row.calls);
         Messages messages;
-        EXPECT_EQ(inRoot(row.calls), row.bytes);
+        EXPECT_EQ(written(row.calls), row.bytes);
         for (int const printType : messages.types())
             EXPECT_EQ(printType, 4);
         EXPECT_EQ(messages.take(), row.messages);
     }
-    Messages messages;
-    EXPECT_EQ(
-        written([](NyXmlWriter& w) { w << "lost", w.writeEndTag(), w.setAttributeName("v#a"), w << 1 << 2, w.writeEndTag(); }),
-        " a=\"1\"");
-    EXPECT_EQ(messages.take(), misplaced("") + endTag('0') +
-                                   "NyXmlWriter Error: no namespace on attributes preferred: v#a\n\tFile: d.xml\n"
-                                   "NyXmlWriter Error: attribute namespace doesn't exist: v#a\n\tFile: d.xml\n" +
-                                   endTag('4'));
 }
 
 TEST(Writer, SchemaFileIsNamedAfterDocumentAndNamespace)
@@ -272,9 +205,7 @@ TEST(Writer, CopyGoesOnWhereTheSourceStands)
 {
     std::ostringstream stream, other;
     NyXmlWriter writer("d.xml", stream);
-    writer.setHeader("");
-    writer.writeStartTag("x/v#r");
-    open(writer, "a");
+    play(writer, "<x/v#r +a");
     writer << 0.1;
     std::string const head = stream.str();
     NyXmlWriter copy(writer);
@@ -282,7 +213,7 @@ TEST(Writer, CopyGoesOnWhereTheSourceStands)
     copy.writeEndTag();
     NyXmlWriter assigned("e.xml", other);
     assigned = copy; // keeps its stream and its digits
-    assigned.writeStartTag("x/v#b");
+    play(assigned, "<x/v#b");
     assigned << 0.1;
     assigned.writeEndTag();
     EXPECT_EQ(stream.str(), head + ">0.10000000000000000555 0.1</a>\n");
@@ -338,13 +269,9 @@ TEST(Writer, SubclassSeesEveryCall)
 {
     std::ostringstream stream;
     WatchedWriter writer("d.xml", stream);
-    writer.writeStartTagUsingParentNamespace("u#r");
-    writer.setAttributeName("b");
-    writer << 1;
-    open(writer, "x#a");
+    play(writer, "+u#r @b =1 +x#a");
     writer << 2 << std::string(60, 'x');
-    writer.writeEndTag();
-    writer.writeEndTag();
+    play(writer, "/ /");
     EXPECT_EQ(stream.str(), "[u#r][header]<r xmlns=\"u\" b=\"(1)\"[u#a]>\n[1]<a>\n[2](1000001) (2) (" + std::string(60, 'x') +
                                 ")\n[1]</a>\n[0]</r>\n");
 }
@@ -356,13 +283,11 @@ TEST(Writer, MirroredCallsDescribeTheDocument)
     {
         WatchedWriter writer(directory.path("mirrored.xml"), stream);
         writer.mirror();
-        writer.writeStartTag("x/v#r");
-        writer.setAttributeName("b");
+        play(writer, "<x/v#r @b");
         writer << true;
-        open(writer, "a");
+        play(writer, "+a");
         writer << 1.5;
-        writer.writeEndTag();
-        writer.writeEndTag();
+        play(writer, "/ /");
         EXPECT_FALSE(std::filesystem::exists(directory.path("mirrored.v.xsd")));
     }
     NyXmlSchema direct;

@@ -4,11 +4,11 @@
 #include <nyXml/core/NyToken.h>
 
 #include <cstddef>
-#include <deque>
 #include <functional>
 #include <map>
 #include <string>
 #include <string_view>
+#include <vector>
 
 /// The open elements of a document that is being written, innermost at the back, and the namespace prefixes in force at that element.
 ///
@@ -28,15 +28,21 @@ public:
     /// Number of open elements.
     unsigned int depth() const noexcept { return static_cast<unsigned int>(m_Depth); }
 
-    /// The innermost open element; there must be one. Its address stays until it is popped.
+    /// The innermost open element; there must be one. Valid until the next push.
     Record& back() noexcept { return m_Records[m_Depth - 1]; }
     Record const& back() const noexcept { return m_Records[m_Depth - 1]; }
+
+    /// Lets the next push leave all records where they are, so that it may take its strings from one of them.
+    void makeRoom()
+    {
+        if (m_Depth == m_Records.size())
+            m_Records.emplace_back();
+    }
 
     /// Opens an element that declares nothing yet.
     void push(std::string const& tag, std::string const& xmlNamespace)
     {
-        if (m_Depth == m_Records.size())
-            m_Records.emplace_back();
+        makeRoom();
         Record& record = m_Records[m_Depth++];
         record.token = tag;
         record.ownNamespace = xmlNamespace;
@@ -67,7 +73,7 @@ public:
     }
 
 private:
-    std::deque<Record> m_Records; ///< the first m_Depth are open, the others are spare
+    std::vector<Record> m_Records; ///< the first m_Depth are open, the others are spare
     std::size_t m_Depth = 0;
     std::map<std::string, std::string, std::less<>>
         m_Prefixes; ///< prefix to namespace; the default namespace has the empty prefix

@@ -16,6 +16,8 @@
 #include <string_view>
 #include <utility>
 
+using namespace std::string_view_literals; // literals whose length nobody counts at run time
+
 namespace {
 
 constexpr int realDigits = 20;
@@ -187,6 +189,7 @@ void NyXmlWriter::writeStartTagUsingParentNamespace(NyToken const& token)
         writeStartTag(token);
         return;
     }
+    m_TagStack.makeRoom();
     std::string const& xmlNamespace = m_TagStack.back().ownNamespace;
     // The token of this name is only needed by those who look at it. A namespace with a "#" is split anew when it is made.
     if (isPlain() && !m_WriteSchema && xmlNamespace.find('#') == std::string::npos)
@@ -218,12 +221,12 @@ void NyXmlWriter::startElement(std::string const& xmlNamespace, std::string cons
         header(NyToken(m_Tag), xmlNamespace);
     } else {
         if (m_Mode == MODE_START_TAG || m_Mode == MODE_ATTRIBUTE_VALUE)
-            m_Bytes += ">\n";
+            m_Bytes += ">\n"sv;
         indentBytes(m_TagStack.depth() - 1);
         (m_Bytes += '<') += m_Tag;
     }
     if (!declared && m_TagStack.declare(prefix, xmlNamespace)) { // < xmlns:prefix="namespace">
-        m_Bytes += prefixed && !prefix.empty() ? " xmlns:" : " xmlns";
+        m_Bytes += prefixed && !prefix.empty() ? " xmlns:"sv : " xmlns"sv;
         m_Bytes.append(prefix).append("=\"").append(xmlNamespace) += '"';
     }
     sendBytes();
@@ -264,15 +267,15 @@ void NyXmlWriter::writeEndTag()
     std::string const& tag = isOpen ? m_TagStack.back().token.localName() : noName;
     m_Bytes.clear();
     switch (isOpen ? m_Mode : MODE_NONE) { // without an element there is nothing to close, whatever came before
-    case MODE_START_TAG: m_Bytes += " xsi:nil=\"true\"/>\n"; break;
-    case MODE_ATTRIBUTE_VALUE: m_Bytes += "/>\n"; break;
+    case MODE_START_TAG: m_Bytes += " xsi:nil=\"true\"/>\n"sv; break;
+    case MODE_ATTRIBUTE_VALUE: m_Bytes += "/>\n"sv; break;
     case MODE_CONTENT:
         writeHeldContent();
-        m_Bytes.append("</").append(tag).append(">\n");
+        m_Bytes.append("</"sv).append(tag).append(">\n"sv);
         break;
     case MODE_END_TAG:
         indentBytes(m_TagStack.depth() - 1);
-        m_Bytes.append("</").append(tag).append(">\n");
+        m_Bytes.append("</"sv).append(tag).append(">\n"sv);
         break;
     case MODE_NONE:
     case MODE_ATTRIBUTE_NAME:
