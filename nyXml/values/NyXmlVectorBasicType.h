@@ -154,9 +154,9 @@ public:
     }
 
 private:
-    // Hot: once per word of every numeric array. Spares a copy of the word and a dozen virtual calls, about a third of the time of a
-    // word; benchmarks/sequences has the ratio. Nobody can tell, since reader and item are exactly the library's own. A test compares it
-    // with the plain way.
+    // Hot: once per word of every numeric array. Spares a copy of the word and a dozen virtual calls, 12 ns of 91 a word when it was
+    // measured; the benchmark is readNumbers. Nobody can tell, since reader and item are exactly the library's own. A test compares
+    // it with the plain way.
     unsigned int takeWords(NyXmlReader& reader)
     {
         assert(typeid(reader) == typeid(NyXmlReader));
