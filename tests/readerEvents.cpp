@@ -1,0 +1,208 @@
+// The events of a document, the complaints about one that is not well formed, and what both leave behind.
+
+#include "ReaderSupport.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace {
+
+std::string const head = "NyXmlFileReader Error: file not well formed.\n\t";
+std::string const place = "\n\tFile: doc.xml\n\tLine: ";
+
+std::string complaint(std::string const& text, int line = 1) { return head + text + place + std::to_string(line) + "\n"; }
+
+TEST(ReaderEvents, Dialect)
+{
+    struct Row {
+        char const* document;
+        char const* seen;
+    };
+    Row const rows[] = {
+        { "<a b=\"1\">text</a>", "start a b=1 | content text | eof" },
+        { "<a> \ttext\r\n </a>", "start a | content text | eof" },
+        { "<a>   </a>", "start a | end | eof" },
+        { "<a><b></b><c/></a>", "start a | start b | end | empty c | end | eof" },
+        { "<?xml version='1.0'?><!-- c --><a/>", "empty a | eof" },
+        { "<x:a xmlns:x='u' x:b = 'q\"' y:c=\"'\"></x:a >", "start a b=q\" c=' | end | eof" },
+        { "<a z='1' b='2' xsi:type='t' z='3'/>", "empty a b=2 z=1 | eof" },
+        { "<a b='u#v#w' junk c=''/>", "empty a b=v#w junk= | eof" },
+        { "<\ta\n/>", "empty a | eof" },
+        { "<a>&amp;&#65;</a>", "start a | content &amp;&#65; | eof" },
+        { "<a>x<!-- c --></a>", "start a | content x | eof" },
+        { "<a>x<!-- c -->y</a>", "start a | content y | eof" },
+        { "<a><!-- <b> - c='1' --->x</a>", "start a | content x | eof" },
+        { "<!--><a/>", "empty a | eof" },
+        { "<a/> <", "empty a | eof" },
+        { "\xef\xbb\xbf<a/>", "error" },
+    };
+    Messages messages;
+    for (Row const& row : rows) {
+        SCOPED_TRACE(row.document);
+        EXPECT_EQ(eventsOf(row.document), row.seen);
+        EXPECT_EQ(eventsOf<PlainReader>(row.document), row.seen);
+    }
+}
+
+// Every complaint with its text, line and order. Most come twice: where the fault is, and where the event does not come to be.
+TEST(ReaderEvents, Complaints)
+{
+    std::string const tag = "Tag contains only white space.";
+    std::string const start = "File must begin with start tag.";
+    struct Row {
+        char const* document;
+        char const* seen;
+        unsigned int code;
+        std::string messages;
+    };
+    Row const rows[] = {
+        { "", "error", 1, complaint(start) },
+        { " \n ", "error", 1, complaint(start) },
+        { "x", "error", 1, complaint("Extra characters found before EOF.") + complaint(start) },
+        { "\nx<a/>", "error", 1, complaint("Content can only follow start tag.", 2) + complaint(start, 2) },
+        { "<>", "error", 1, complaint(tag) + complaint(start) },
+        { "< \n>", "error", 1, complaint(tag, 2) + complaint(start, 2) },
+        { "< a>", "error", 1, complaint("White space cannot exist before start tag name.") + complaint(tag) + complaint(start) },
+        { "</>", "error", 1, complaint("More end tags than start tags.") + complaint(tag) + complaint(start) },
+        { "<//>", "error", 1, complaint("More end tags than start tags.") + complaint(tag) + complaint(start) },
+        { "<a></ a>", "start a | error", 1, complaint("White space cannot exist before end tag name.") + complaint(tag) },
+        { "<a>\n</b>", "start a | error", 1,
+          complaint("End tag closed incorrect start tag.", 2) + "\tStart tag: a\n\tEnd tag: b\n" + complaint(tag, 2) },
+        { "<a>x<b/></a>", "start a | error", 1, complaint("Content did not conclude with proper end tag.") },
+        { "<a><b/>x</a>", "start a | empty b | error", 1, complaint("Content can only follow start tag.") },
+        { "<a>", "start a | error", 1, complaint("Premature end of file.") },
+        { "<a></a", "start a | error", 1, complaint("EOF found before end of tag.") },
+        // A bad attribute stops nothing, but its element goes by the name around it.
+        { "<r><a b=1/></r>", "start r | empty r | end | eof", 1, complaint("Missing quotes around attribute value.") },
+        { "<r><a =/></r>", "start r | empty r | end | eof", 1, complaint("Missing attribute name.") },
+        { "<r><a b/></r>", "start r | empty r | end | eof", 1,
+          complaint("Extra characters found behind element or attributes.") },
+        { "<r><u# b='1'/></r>", "start r | empty r | end | eof", 1, complaint("No element name found in start tag.") },
+        { "<a b=\"x>y\">", "start  b= | error", 1,
+          complaint("Second quote of attribute value is missing.") +
+              complaint("Extra characters found behind element or attributes.") +
+              complaint("Extra characters found before EOF.") },
+        { "<!-- > -- ><a/>", "start  | empty a | eof", 1,
+          complaint("Comment contains extra -- in it.") + complaint("Extra characters found behind element or attributes.") },
+        { "<!-- >", "start !-- | error", 1, complaint("EOF found within comment.") + complaint("Premature end of file.") },
+        { "<?pi><a/>", "start ?pi | empty a | eof", 1, complaint("Declaration not properly defined.") },
+        // What waits in front of a comment complains for itself.
+        { "<a>x<!---->y<!----></b>", "start a | error", 1,
+          complaint("End tag closed incorrect start tag.") + "\tStart tag: a\n\tEnd tag: b\n" + complaint(tag) +
+              complaint("Content did not conclude with proper end tag.") +
+              complaint("Content did not conclude with proper end tag.") },
+    };
+    for (Row const& row : rows) {
+        SCOPED_TRACE(row.document);
+        Messages messages;
+        std::istringstream stream(row.document);
+        NyXmlFileReader reader("doc.xml", stream);
+        std::string seen;
+        do {
+            reader.readXml();
+            seen += (seen.empty() ? "" : " | ") + seenAt(reader);
+        } while (reader.mode() != NyXmlFileReader::XML_READER_EOF && reader.mode() != NyXmlFileReader::XML_READER_ERROR);
+        EXPECT_EQ(seen, row.seen);
+        EXPECT_EQ(reader.errorCode(), row.code);
+        EXPECT_EQ(messages.take(), row.messages);
+    }
+}
+
+TEST(ReaderEvents, ErrorIsFinalAndLeftAttributesAreNot)
+{
+    Messages messages;
+    std::istringstream stream("<a b='1'><c d='2'/></a>");
+    {
+        NyXmlFileReader reader("doc.xml", stream);
+        reader.readXml();
+        EXPECT_EQ(reader.readXml(), NyXmlFileReader::XML_READER_EMPTY_TAG);
+        EXPECT_EQ(reader.errorCode(), 2u);
+        EXPECT_EQ(messages.take(),
+                  "NyXmlFileReader Error: file possibly not valid.\n\tPrevious attribute names were not used." + place + "1\n");
+        EXPECT_EQ(reader.attributeName().token(), "d");
+    }
+    EXPECT_EQ(messages.take(),
+              complaint("Some start tags not closed with end tag.") + complaint("Some attribute were not used."));
+
+    std::istringstream faulty("</a>");
+    NyXmlFileReader reader("doc.xml", faulty);
+    reader.readXml();
+    messages.take();
+    EXPECT_EQ(reader.readXml(), NyXmlFileReader::XML_READER_ERROR);
+    EXPECT_EQ(messages.take(), "NyXmlFileReader Error: error mode encountered." + place + "1\n");
+}
+
+TEST(ReaderEvents, PrefixStaysBoundToItsFirstText)
+{
+    Messages messages;
+    eventsOf(
+        "<a xmlns='u' xmlns:p='v'><b xmlns='w'><c xmlns='w'/><c xmlns='u'/></b><d xmlns:q='v'/><d xmlns:q='v' xmlns:p='v'/></a>");
+    EXPECT_EQ(messages.take(),
+              "NyXmlReader Error: Namespace already declared: u\nNyXmlReader Error: Namespace already declared: v\n");
+}
+
+TEST(ReaderEvents, CommentsInARowDoNotUseUpTheStack)
+{
+    std::string document;
+    for (int count = 0; count < 100000; ++count)
+        document += "<!-- c -->";
+    document += "<a>x</a>";
+    EXPECT_EQ(eventsOf(document), "start a | content x | eof");
+    EXPECT_EQ(eventsOf<PlainReader>(document), "start a | content x | eof");
+}
+
+// Blanks in front move the end of the first read across the document byte by byte, and no place where it falls may change what the
+// caller sees.
+TEST(ReaderEvents, BlockEdgeIsInvisible)
+{
+    std::string const document = "<a b='1'><!-- c > --><d/>\n<e f='2' g=\"3\">text &amp; more</e ></a>";
+    std::string const seen = "start a b=1 | empty d | start e f=2 g=3 | content text &amp; more | end | eof";
+    for (std::size_t inFirstRead = 0; inFirstRead <= document.size(); ++inFirstRead) {
+        SCOPED_TRACE(inFirstRead);
+        ASSERT_EQ(eventsOf(std::string(16383 - inFirstRead, ' ') + document), seen);
+        ASSERT_EQ(eventsOf<PlainReader>(std::string(16383 - inFirstRead, ' ') + document), seen);
+    }
+}
+
+TEST(ReaderEvents, AttributesOutliveTheBlockTheyStoodIn)
+{
+    std::string const text(40000, 'x');
+    std::istringstream stream("<a p:b='1' c='2'>" + text + "</a>");
+    NyXmlFileReader reader("doc.xml", stream);
+    reader.readXml();
+    NyXmlFileReader copy(reader);
+    reader.readXml();
+    EXPECT_EQ(reader.content(), text);
+    EXPECT_EQ(reader.attributeName(NyToken("any#b")).token(), "b");
+    EXPECT_EQ(reader.attributeValue(NyToken("any#b")), "1");
+    EXPECT_EQ(&reader.attributeValue(NyToken("b")), &NyXmlFileReader::m_theNullString);
+    EXPECT_EQ(reader.attributeValue(), "2");
+    EXPECT_EQ(&reader.attributeName(), &NyXmlFileReader::m_theNullToken);
+    EXPECT_EQ(reader.numOfAttributes(), 2u);
+    EXPECT_EQ(copy.attributeValue(), "1");
+    EXPECT_EQ(copy.attributeValue(), "2");
+}
+
+TEST(ReaderEvents, ManyAttributesAreSortedAndFirstOnesStay)
+{
+    std::string document = "<a";
+    for (int i = 0; i < 50000; ++i)
+        document += " n" + std::to_string((i * 7919) % 20000) + "='" + std::to_string(i) + "'";
+    std::istringstream stream(document + "/>");
+    NyXmlFileReader reader("doc.xml", stream);
+    reader.readXml();
+    ASSERT_EQ(reader.remainingNumOfAttributes(), 20000u);
+    EXPECT_EQ(reader.attributeValue(NyToken("n7919")), "1");
+    std::string last;
+    for (unsigned int left = 19999; left != 0; --left) {
+        std::string const name = reader.attributeName().token();
+        ASSERT_LT(last, name);
+        ASSERT_LT(std::stoi(reader.attributeValue()), 20000);
+        last = name;
+    }
+    EXPECT_EQ(reader.remainingNumOfAttributes(), 0u);
+}
+
+} // namespace
