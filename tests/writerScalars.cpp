@@ -87,6 +87,29 @@ TEST(WriterScalars, TextsAndTypesUnderAnyLocale)
     std::locale::global(before);
 }
 
+/// Forces the way through data(), which a plain writer cuts short for the values of an element.
+class Detour : public NyXmlWriter {
+public:
+    using NyXmlWriter::NyXmlWriter;
+    void data(std::string const& value) override { NyXmlWriter::data(value); }
+};
+
+template <class Writer>
+std::string mixedDocument()
+{
+    std::ostringstream stream;
+    Writer writer("d.xml", stream);
+    writer.writeStartTag("u#r");
+    writer.setAttributeName("a");
+    writer << 0.1 << 'c' << true;
+    for (int i = 0; i < 20; ++i)
+        writer << i << i / 8.0 << static_cast<unsigned char>(i);
+    writer.writeEndTag();
+    return stream.str();
+}
+
+TEST(WriterScalars, ShortCutAndDetourGiveTheSameBytes) { EXPECT_EQ(mixedDocument<NyXmlWriter>(), mixedDocument<Detour>()); }
+
 /// Compares the writer's two ways to print a real, 20 digits and a copy's 6, with the plain one.
 class RealTexts : public testing::Test {
 protected:

@@ -155,20 +155,21 @@ std::size_t putExactly(Target& target, double value)
 
 } // namespace
 
-void NyDecimalText::assign(std::string& text, double value, int precision)
+void NyDecimalText::append(std::string& text, double value, int precision)
 {
     double const magnitude = std::fabs(value);
     if (precision == digitCount && magnitude >= least && magnitude < limit) {
         Target target;
-        text.clear();
         text.append(target.data(), putExactly(target, value));
         return;
     }
     if (precision < 0)
         precision = 6;
     constexpr std::size_t besidesDigits = 16; // sign, point, "0.000", exponent
-    text.resize(static_cast<std::size_t>(precision) + besidesDigits);
-    auto const result = std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::general, precision);
+    std::size_t const before = text.size();
+    text.resize(before + static_cast<std::size_t>(precision) + besidesDigits);
+    auto const result =
+        std::to_chars(text.data() + before, text.data() + text.size(), value, std::chars_format::general, precision);
     assert(result.ec == std::errc());
     text.resize(static_cast<std::size_t>(result.ptr - text.data()));
 }

@@ -7,8 +7,8 @@
 /// printf's "%.*g" has it. Part of NyXmlWriter.
 namespace NyDecimalText {
 
-/// Replaces \p text. \param precision  significant digits at most; 0 counts as 1, a negative one as 6
-void assign(std::string& text, double value, int precision);
+/// Puts the text behind \p text. \param precision  significant digits at most; 0 counts as 1, a negative one as 6
+void append(std::string& text, double value, int precision);
 
 } // namespace NyDecimalText
 

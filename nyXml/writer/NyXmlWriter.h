@@ -185,6 +185,11 @@ private:
 
     /// Whether nobody overrides our operations, so that calls among ourselves may be cut short.
     bool isPlain() const noexcept { return typeid(*this) == typeid(NyXmlWriter); }
+    bool takesContent() const noexcept
+    {
+        return m_Mode == MODE_CONTENT || m_Mode == MODE_START_TAG || m_Mode == MODE_ATTRIBUTE_VALUE;
+    }
+    void beginContentValue();
     void startElement(std::string const& xmlNamespace, std::string const& localName);
     void indentBytes(unsigned int count);
     void appendIndent(unsigned int count);
