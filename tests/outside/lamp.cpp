@@ -21,7 +21,7 @@ public:
         auto const* lamp = dynamic_cast<Lamp const*>(other);
         return lamp != nullptr && lamp->m_theWatts == m_theWatts;
     }
-    void registerComponents() override { registerComponent("watts", &m_theWatts); }
+    void registerComponents() override { registerComponent(NyToken("urn:outside", "watts"), &m_theWatts); }
 
 private:
     NyXmlBasicType<double> m_theWatts;
