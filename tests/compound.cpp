@@ -401,7 +401,7 @@ class Shared : public Joint {
     NyXmlObject* newObject() const override { return new Shared; }
 };
 
-TEST(Compound, ObjectsOfOneClassMeetOnSeveralThreads)
+TEST(Threads, UseObjectsOfOneClassSideBySide)
 {
     std::vector<std::thread> threads;
     for (int i = 0; i < 4; ++i)

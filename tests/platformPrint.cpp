@@ -85,7 +85,7 @@ TEST(PlatformPrint, InsertionsArriveAtOnceAndManipulatorsStayInTheirMessage)
     EXPECT_EQ(collector.text("b"), "255 0.1251  1");
 }
 
-TEST(PlatformPrint, ThreadsReportSideBySide)
+TEST(Threads, ReportSideBySide)
 {
     Collector collector;
     std::vector<std::thread> threads;

@@ -69,7 +69,7 @@ TEST(PlatformSignals, NameMakesTheSignalAndTypesAreNotMixedUp)
 }
 
 // What readers and writers do when they are constructed and count links, on several threads at once.
-TEST(PlatformSignals, ThreadsLookUpConnectAndEmitSideBySide)
+TEST(Threads, LookUpConnectAndEmitSideBySide)
 {
     struct SharedTraits : OwnTraits {
         static std::string name() { return "made by whichever thread comes first"; }
