@@ -8,7 +8,6 @@
 #include <fstream>
 #include <iterator>
 #include <map>
-#include <regex>
 #include <sstream>
 #include <string>
 #include <typeinfo>
@@ -24,6 +23,12 @@ inline std::map<std::string, std::string> filesUnder(std::string const& director
         files[entry.path().lexically_relative(directory).string()] = { std::istreambuf_iterator<char>(stream), {} };
     }
     return files;
+}
+
+/// The text with the first \p from, which has to be there, replaced.
+inline std::string replaced(std::string text, std::string const& from, std::string const& to)
+{
+    return text.replace(text.find(from), from.size(), to);
 }
 
 /// A schema with short verbs for a walk. A name without "#" lies in the namespace of the open element.
@@ -82,27 +87,36 @@ public:
     }
 
 private:
-    static std::string briefLine(std::string line)
+    static std::string briefLine(std::string const& line)
     {
-        static std::pair<std::regex, char const*> const rules[] = {
-            { std::regex("^  <import .*schemaLocation=\"(.*)\"/>"), "import $1\n" },
-            { std::regex("^  <element name=\"(.*)\" type=\"(.*)\" nillable=\"true\"/>"), "global $1($2)\n" },
-            { std::regex("^  </.*"), "\n" },
-            { std::regex("^  <(complexType|group|simpleType) name=\"(.*)\">"), "$2:" },
-            { std::regex("<sequence minOccurs.*"), " any:" },
-            { std::regex("<choice>"), " one:" },
-            { std::regex("<element name=\"(.*)\" type=\"(.*)\" minOccurs=\"0\" maxO.*"), " $1*($2)" },
-            { std::regex("<element name=\"(.*)\" type=\"(.*)\" minOccurs=\"0\" nill.*"), " $1($2)" },
-            { std::regex("<element ref=\"(.*)\" minOccurs=\"0\"/>"), " ->$1" },
-            { std::regex("<group ref=\"(.*)\"/>"), " {$1}" },
-            { std::regex("<attribute name=\"(.*)\" type=\"(.*)\"/>"), " @$1($2)" },
-            { std::regex("<(extension base|list itemType)=\"(.*)\"/?>"), " =$2" },
-            { std::regex("^ *</?(schema|sequence|choice|simpleContent|extension)>"), "" },
-            { std::regex("^ +(?= )"), "" },
+        auto const is = [&line](char const* tag) { return line.find(tag) != std::string::npos; };
+        auto const value = [&line](std::string const& name) {
+            std::string const behind = line.substr(line.find(" " + name + "=\"") + name.size() + 3);
+            return behind.substr(0, behind.find('"'));
         };
-        for (auto const& [pattern, brief] : rules)
-            line = std::regex_replace(line, pattern, brief);
-        return line;
+        bool const isTopLevel = line.compare(0, 3, "  <") == 0;
+
+        if (is("<import "))
+            return "import " + value("schemaLocation") + "\n";
+        if (isTopLevel && is("<element "))
+            return "global " + value("name") + "(" + value("type") + ")\n";
+        if (isTopLevel)
+            return is("</") ? "\n" : value("name") + ":";
+        if (is("<sequence minOccurs"))
+            return " any:";
+        if (is("<choice>"))
+            return " one:";
+        if (is("<element name"))
+            return " " + value("name") + (is("unbounded") ? "*(" : "(") + value("type") + ")";
+        if (is("<element ref"))
+            return " ->" + value("ref");
+        if (is("<group ref"))
+            return " {" + value("ref") + "}";
+        if (is("<attribute "))
+            return " @" + value("name") + "(" + value("type") + ")";
+        if (is("<extension "))
+            return " =" + value("base");
+        return is("<list ") ? " =" + value("itemType") : std::string();
     }
 };
 
