@@ -9,6 +9,14 @@ namespace {
 
 constexpr std::size_t few = 16; // up to here a walk through all is faster than anything clever
 
+// Most names differ in their first byte.
+int compare(std::string_view a, std::string_view b)
+{
+    if (!a.empty() && !b.empty() && a[0] != b[0])
+        return static_cast<unsigned char>(a[0]) < static_cast<unsigned char>(b[0]) ? -1 : 1;
+    return a.compare(b);
+}
+
 } // namespace
 
 void NyXmlAttributeList::add(std::string_view name, std::string_view value)
@@ -34,11 +42,13 @@ void NyXmlAttributeList::insert(Entry const& entry)
         return;
     }
     std::size_t index = m_entries.size();
-    while (index != 0 && entry.m_name < m_entries[index - 1].m_name)
+    int order = 1;
+    while (index != 0 && (order = compare(entry.m_name, m_entries[index - 1].m_name)) < 0)
         --index;
-    if (index != 0 && entry.m_name == m_entries[index - 1].m_name)
+    if (order == 0)
         return;
-    m_entries.insert(m_entries.begin() + static_cast<std::ptrdiff_t>(index), entry);
+    m_entries.push_back(entry);
+    std::rotate(m_entries.begin() + static_cast<std::ptrdiff_t>(index), m_entries.end() - 1, m_entries.end());
     ++m_remaining;
 }
 
@@ -80,7 +90,8 @@ NyToken const& NyXmlAttributeList::tokenOf(Entry& entry) const
         static std::string const none;
         if (!token.namespaceName().empty())
             token = NyToken();
-        token.assign(none).assign(entry.m_name);
+        if (entry.m_name != token.localName())
+            token.assign(none).assign(entry.m_name);
         entry.m_hasToken = true;
     }
     return token;

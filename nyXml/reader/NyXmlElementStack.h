@@ -40,14 +40,15 @@ public:
     /// Opens an element that is as yet nameless: it goes by the name of the one around it.
     void push();
 
-    /// Opens an element of a plain local name. Hot: once for every element.
-    void push(std::string_view localName)
+    /// Opens an element of this local name. \param isBare  whether there is no `:` in it. Hot: once for every element.
+    void push(std::string_view localName, bool isBare)
     {
         Record& record = grow();
         if (!record.m_theElement.namespaceName().empty())
             record.m_theElement = NyToken();
-        record.m_theElement.assign(m_none).assign(localName);
-        record.m_isBare = !localName.empty() && localName.find(':') == std::string_view::npos;
+        if (localName != record.m_theElement.localName()) // often it is the next of a row of equals
+            record.m_theElement.assign(m_none).assign(localName);
+        record.m_isBare = isBare && !localName.empty();
     }
 
     /// Takes the name off the innermost element, as if it had been opened without.

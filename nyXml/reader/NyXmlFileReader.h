@@ -180,6 +180,10 @@ public:
     /// that reads, or asks for the content.
     std::string_view takeContentWord() noexcept;
 
+    /// What getAttributeValueFast() gives, without a copy, and with an end: false when the input holds no further text in double quotes.
+    /// \param text  valid until the next call that reads
+    bool takeAttributeText(std::string_view& text);
+
     /// What content() gives without the vector flag, without a copy. Valid like the above.
     std::string_view contentView() const noexcept { return std::string_view(m_theContent).substr(m_theContentStart); }
 
@@ -255,6 +259,7 @@ private:
     XML_READER_MODE nextEventInPlace();
     std::size_t findTagInPlace(std::size_t& white);
     bool isEndTagInPlace(std::size_t open, std::string_view name) const;
+    bool startTagWithoutAttributesInPlace(std::size_t open);
     std::size_t takeContent(std::size_t start, std::size_t end, std::size_t open);
     XML_READER_MODE tagInPlace(std::string_view tag, bool& isSkipped);
     bool endTagInPlace(std::string_view tag);

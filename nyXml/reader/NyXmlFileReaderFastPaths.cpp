@@ -51,6 +51,30 @@ std::string const& NyXmlFileReader::getAttributeValueFast()
     return m_theValue;
 }
 
+// Hot: three times for every vector of a NyXmlVectorVector, benchmarks readPath. A text that is whole in the block is neither copied nor
+// is anything counted now: the lines count later, since there is none inside the text.
+bool NyXmlFileReader::takeAttributeText(std::string_view& text)
+{
+    std::string_view const block(m_theBlock);
+    std::size_t open = m_theIndex == none ? none : block.find('"', m_theIndex);
+    std::size_t const close = open == none ? none : block.find('"', open + 1);
+    if (close != none) {
+        text = block.substr(open + 1, close - open - 1);
+        if (text.find('\n') == none) {
+            moveToIndex(close + 1);
+            return true;
+        }
+    }
+    while (open == none) { // as moveToDelim(), but for the end
+        moveToBlockEnd();
+        if (!readBlock(false) && isStreamAtEnd())
+            return false;
+        open = m_theBlock.find('"', m_theIndex);
+    }
+    text = NyXmlFileReader::getAttributeValueFast();
+    return true;
+}
+
 std::string const& NyXmlFileReader::getLastAttributeValueFast()
 {
     std::string const& value = getAttributeValueFast();

@@ -25,6 +25,7 @@ constexpr auto tableOf(std::string_view characters)
         table[static_cast<unsigned char>(c)] = true;
     return table;
 }
+constexpr auto endsBareName = tableOf(" \t\n\r#:/>!?");
 constexpr auto endsElementName = tableOf(" \t\n\r#:");
 constexpr auto endsLocalElementName = tableOf(" \t\n\r#");
 constexpr auto endsAttributeName = tableOf(" \t\n\r=:");
@@ -79,6 +80,8 @@ NyXmlFileReader::XML_READER_MODE NyXmlFileReader::nextEventInPlace()
         }
         if (isText)
             open = takeContent(m_theIndex, open, open);
+        if (startTagWithoutAttributesInPlace(open))
+            return concludeText(XML_READER_START_TAG, textsWaiting + (isText ? 1 : 0));
         moveToIndex(open + 1);
         std::size_t const close = findDelimiter('>', 0);
         if (close == none)
@@ -117,6 +120,19 @@ bool NyXmlFileReader::isEndTagInPlace(std::size_t open, std::string_view name) c
     std::string_view const text = std::string_view(m_theBlock).substr(open);
     return text.size() >= name.size() + 3 && text[1] == '/' && text[name.size() + 2] == '>' && !name.empty() &&
            std::memcmp(text.data() + 2, name.data(), name.size()) == 0;
+}
+
+// <name> and nothing but that. False, and nothing has changed, for what takes a closer look.
+bool NyXmlFileReader::startTagWithoutAttributesInPlace(std::size_t open)
+{
+    std::size_t const end = findAny(endsBareName, m_theBlock, open + 1);
+    if (end == m_theBlock.size() || m_theBlock[end] != '>' || end == open + 1)
+        return false;
+    moveToIndex(end + 1);
+    dropAttributes();
+    m_theNumOfAttributes = 0;
+    m_theElementStack.push(std::string_view(m_theBlock).substr(open + 1, end - open - 1), true);
+    return true;
 }
 
 // Makes the text from `start` to `end` the content. `open` is where the tag behind it begins. \return where it begins then
@@ -194,7 +210,7 @@ bool NyXmlFileReader::startTagInPlace(std::string_view text)
 
     dropAttributes();
     std::string_view const name = text.substr(prefix, nameEnd - prefix);
-    m_theElementStack.push(name);
+    m_theElementStack.push(name, name.find(':') == none);
     text.remove_prefix(NyWhiteSpace::findBlack(text, nameEnd));
     if (!text.empty() && !attributesInPlace(text)) {
         // From the bad attribute on, the plain way; until all is well the element goes by the name of the one around it.
@@ -211,12 +227,13 @@ bool NyXmlFileReader::startTagInPlace(std::string_view text)
 // name="value" ... without white space at the bounds. False at an attribute that is not well formed: m_theLine is the text from there on.
 bool NyXmlFileReader::attributesInPlace(std::string_view text)
 {
+    bool const isSplit = text.find('#') != none;
     while (!text.empty()) {
         std::size_t nameEnd = findAny(endsAttributeName, text);
         std::size_t const prefix = nameEnd < text.size() && text[nameEnd] == ':' ? nameEnd + 1 : 0;
         if (prefix != 0)
             nameEnd = findAny(endsLocalAttributeName, text, prefix);
-        std::size_t const equals = text.find('=', nameEnd);
+        std::size_t const equals = nameEnd < text.size() && text[nameEnd] == '=' ? nameEnd : text.find('=', nameEnd);
         std::size_t const quote = equals != none ? NyWhiteSpace::findBlack(text, equals + 1) : text.size();
         std::size_t const second =
             quote < text.size() && (text[quote] == '"' || text[quote] == '\'') ? text.find(text[quote], quote + 1) : none;
@@ -225,7 +242,8 @@ bool NyXmlFileReader::attributesInPlace(std::string_view text)
             return false;
         }
         std::string_view value = text.substr(quote + 1, second - quote - 1);
-        value.remove_prefix(value.find('#') + 1); // all ones and 1 is none
+        if (isSplit)
+            value.remove_prefix(value.find('#') + 1); // all ones and 1 is none
 
         std::string_view const name = text.substr(0, nameEnd);
         if (beginsWith(name, "xmlns"))
