@@ -444,14 +444,11 @@ NyComponent const* NyXmlCompoundType::nextOfShape(NyComponentKind kind, NyToken 
     if (m_theShape == nullptr)
         return nullptr;
     auto const& components = m_theShape->components(kind);
-    std::size_t const next = m_theNext;
+    std::size_t const next = m_theNext; // of the other kind perhaps: a guess and nothing more
     if (next > 0 && next <= components.size() && &components[next - 1].nameInDocuments == &token)
         return &components[next - 1]; // a lastingName()
-    if (next < components.size() && components[next].token.localName() == token.localName()) {
-        ++m_theNext;
-        return &components[next];
-    }
-    NyComponent const* const component = NyComponentShape::find(components, token);
+    bool const isNext = next < components.size() && components[next].token.localName() == token.localName();
+    NyComponent const* const component = isNext ? &components[next] : NyComponentShape::find(components, token);
     if (component != nullptr)
         m_theNext = static_cast<std::uint16_t>(component - components.data() + 1);
     return component;
