@@ -454,7 +454,8 @@ NyComponent const* NyXmlCompoundType::nextOfShape(NyComponentKind kind, NyToken 
     return component;
 }
 
-// A name that outlives the reader's next call, as a hook may expect of its argument: the shape's own where there is one, or a copy.
+// A name that outlives the reader's next call, as a hook may expect of its argument: the shape's own where there is one, or a
+// copy.
 NyToken const& NyXmlCompoundType::lastingName(NyComponentKind kind, NyToken const& name, NyToken& copy)
 {
     NyComponent const* const component = nextOfShape(kind, name);
