@@ -123,11 +123,14 @@ public:
     /// own stream and takes the other's text in hand, as NyXmlFileReader's assignment has it.
     NyXmlReader& operator=(NyXmlReader const& other);
 
-    // Two ways to the content without a copy, for values that read a lot of it. They are not virtual: take them only if
+    // Ways to the text without a copy, for values that read a lot of it. They are not virtual: take them only if
     // typeid(reader) == typeid(NyXmlReader), or a subclass does not see them. Valid until the next call that reads.
 
     /// The word that contentByWord() would give, cut off the content. Empty for empty content.
     std::string_view takeContentWord() noexcept { return m_theTop->takeContentWord(); }
+
+    /// What getAttributeValueFast() would give. False at the end of the input, where that call does not return.
+    bool takeAttributeText(std::string_view& text) { return m_theTop->takeAttributeText(text); }
 
     /// What content() would give if the vector flag is off.
     std::string_view contentView() const noexcept { return m_theTop->contentView(); }

@@ -2,9 +2,10 @@
 
 #include <nyXml/traversal/NyXmlObjectVisitor.h>
 #include <nyXml/values/NyXmlGeometry.h>
+#include <nyXml/values/NyXmlItems.h>
 
 #include <algorithm>
-#include <stdexcept>
+#include <string_view>
 #include <typeinfo>
 
 using namespace NyXmlGeometry;
@@ -15,22 +16,59 @@ void NyXmlVectorVector::accept(NyXmlObjectVisitor* visitor) const { visitor->vis
 
 NyXmlObject* NyXmlVectorVector::clone() const { return new NyXmlVectorVector(*this); }
 
+namespace {
+
+/// The numbers of a document, one after the other, as any reader gives them. There is no end to them.
+class Numbers {
+public:
+    explicit Numbers(NyXmlReader& reader) : m_reader(reader) {}
+    bool take(double& number)
+    {
+        number = NyXmlText::toDouble(m_reader.getAttributeValueFast());
+        return true;
+    }
+
+private:
+    NyXmlReader& m_reader;
+};
+
+/// Hot: benchmarks readPath. The same from the library's own reader, without a copy and two virtual calls for each. False at the end of
+/// the input.
+class NumbersInPlace {
+public:
+    explicit NumbersInPlace(NyXmlReader& reader) : m_reader(reader) {}
+    bool take(double& number)
+    {
+        std::string_view text;
+        bool const isThere = m_reader.takeAttributeText(text);
+        number = NyXmlText::toDouble(text);
+        return isThere;
+    }
+
+private:
+    NyXmlReader& m_reader;
+};
+
+/// Appends vectors as far as their numbers go.
+template <class N>
+void appendVectors(std::vector<NyVector>& vectors, int count, N numbers)
+{
+    double x, y, z;
+    for (int i = 0; i < count && numbers.take(x) && numbers.take(y) && numbers.take(z); ++i)
+        vectors.emplace_back(x, y, z);
+}
+
+} // namespace
+
 bool NyXmlVectorVector::read(NyXmlReader& reader)
 {
     int const count = NyXmlText::toInt(reader.attributeValue());
-    if (count < 0)
-        throw std::length_error("vector<T> too long");
-
-    // A count may lie: memory is set aside for what a document of moderate size can hold, and then follows what really comes.
-    constexpr int believed = (64 << 20) / sizeof(NyVector);
     m_theVectors.clear();
-    m_theVectors.reserve(static_cast<std::size_t>(std::min(count, believed)));
-    for (int i = 0; i < count; ++i) {
-        double const x = NyXmlText::toDouble(reader.getAttributeValueFast());
-        double const y = NyXmlText::toDouble(reader.getAttributeValueFast());
-        double const z = NyXmlText::toDouble(reader.getAttributeValueFast());
-        m_theVectors.emplace_back(x, y, z);
-    }
+    m_theVectors.reserve(NyXmlItems::believable(count, sizeof(NyVector)));
+    if (typeid(reader) == typeid(NyXmlReader))
+        appendVectors(m_theVectors, count, NumbersInPlace(reader));
+    else
+        appendVectors(m_theVectors, count, Numbers(reader));
     // What is left of the last child's tag passes for content, and the event for our own end tag.
     return count == 0 || reader.readXml() != NyXmlFileReader::XML_READER_ERROR;
 }
