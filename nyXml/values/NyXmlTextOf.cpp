@@ -81,16 +81,13 @@ int NyXmlText::toInt(std::string_view text) noexcept
 // minus, and gives up where they leave the range; everything else goes to the C library. A test compares the two on many texts.
 double NyXmlText::toDouble(std::string_view text)
 {
-    std::string_view const number = withoutLeadingSpace(text);
-    std::string_view const digits = number.substr(!number.empty() && number.front() == '-' ? 1 : 0);
+    double value = 0.0;
+    std::string_view const digits = text.substr(!text.empty() && text.front() == '-' ? 1 : 0);
     bool const isDecimal = !digits.empty() && (isDigit(digits.front()) || digits.front() == '.');
-    bool const isHexadecimal = digits.size() > 1 && digits[0] == '0' && (digits[1] == 'x' || digits[1] == 'X');
-    if (isDecimal && !isHexadecimal) {
-        double value = 0.0;
-        if (std::from_chars(number.data(), number.data() + number.size(), value).ec == std::errc())
-            return value;
-    }
-    return toDoubleByLibrary(number);
+    bool const isHexadecimal = digits.size() > 1 && (digits[1] == 'x' || digits[1] == 'X');
+    if (isDecimal && !isHexadecimal && std::from_chars(text.data(), text.data() + text.size(), value).ec == std::errc())
+        return value;
+    return toDoubleByLibrary(text);
 }
 
 void NyXmlText::extract(std::string_view text, short& value) noexcept
