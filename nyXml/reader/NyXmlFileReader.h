@@ -307,10 +307,10 @@ private:
     std::string m_thePrefix;
     std::unique_ptr<char[]> m_theReadBuffer;
 
-    mutable std::size_t m_theContentStart = 0;    ///< where in m_theContent the content begins: what is before was cut off
-    std::size_t m_theBlockStart = 0;              ///< text of m_theBlock before it is given up, and erased when room is needed
-    mutable std::size_t m_theCounted = 0;         ///< newlines of m_theBlock before it are in m_theLineCount or never will be
-    std::size_t m_theNewline = std::string::npos; ///< where a newline is known to stand, or all ones
+    mutable std::size_t m_theContentStart = 0; ///< where in m_theContent the content begins: what is before was cut off
+    std::size_t m_theBlockStart = 0;           ///< text of m_theBlock before it is given up, and erased when room is needed
+    mutable std::size_t m_theCounted = 0;      ///< newlines of m_theBlock before it are in m_theLineCount or never will be
+    std::size_t m_theNewline = 0;              ///< between the cursor and this place there is no newline
     enum class Way : char { UNKNOWN, PLAIN, IN_PLACE } m_theWay = Way::UNKNOWN;
     std::string m_theLine; ///< scratch
 };

@@ -151,8 +151,7 @@ std::size_t NyXmlFileReader::takeContent(std::size_t start, std::size_t end, std
     m_theBlock.assign(m_theContent, open, none);
     m_theContent.resize(end);
     m_theContentStart = start;
-    m_theIndex = m_theBlockStart = m_theCounted = 0;
-    m_theNewline = none;
+    m_theIndex = m_theBlockStart = m_theCounted = m_theNewline = 0;
     return 0;
 }
 

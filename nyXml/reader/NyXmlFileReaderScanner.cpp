@@ -51,6 +51,8 @@ void NyXmlFileReader::countLines() const
 void NyXmlFileReader::jumpTo(std::size_t index)
 {
     countLines();
+    if (index < m_theIndex)
+        m_theNewline = 0;
     m_theIndex = index;
     m_theCounted = std::min(index, m_theBlock.size());
 }
@@ -66,8 +68,7 @@ bool NyXmlFileReader::readBlock(bool wholeBlock)
     if (m_theIndex >= m_theBlock.size()) {
         countLines();
         m_theBlock.clear();
-        m_theIndex = m_theBlockStart = m_theCounted = 0;
-        m_theNewline = none;
+        m_theIndex = m_theBlockStart = m_theCounted = m_theNewline = 0;
     }
     m_theBlockStart = m_theIndex;
     std::size_t const rest = m_theBlock.size() - m_theIndex;
@@ -101,8 +102,7 @@ void NyXmlFileReader::makeRoom(std::size_t size)
     m_theBlock.erase(0, m_theBlockStart);
     m_theIndex -= m_theBlockStart;
     m_theCounted -= m_theBlockStart;
-    m_theNewline = none;
-    m_theBlockStart = 0;
+    m_theNewline = m_theBlockStart = 0;
 }
 
 // Looks for the delimiter from the cursor on, whose first bytes, as many as `searched`, are known to hold none. Reads on until it is in
@@ -165,10 +165,11 @@ void NyXmlFileReader::moveToNextWord()
 // Afterwards the line under the cursor can be searched without a refill, if it is shorter than a block.
 void NyXmlFileReader::ensureNewlineExists()
 {
-    if (m_theNewline != none && m_theNewline >= m_theIndex)
+    if (m_theNewline >= m_theIndex && m_theNewline < m_theBlock.size() && m_theBlock[m_theNewline] == '\n')
         return;
-    m_theNewline = m_theBlock.find('\n', m_theIndex);
-    if (m_theNewline == none)
+    std::size_t const found = m_theBlock.find('\n', std::max(m_theNewline, m_theIndex));
+    m_theNewline = std::min(found, m_theBlock.size());
+    if (found == none)
         readBlock(false);
 }
 
