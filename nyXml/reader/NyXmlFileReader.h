@@ -184,6 +184,13 @@ public:
     /// \param text  valid until the next call that reads
     bool takeAttributeText(std::string_view& text);
 
+    /// Takes a whole entry of a map, `<element><key>text</key><value>text</value></element>`, and stands behind it as after its last event.
+    ///
+    /// False, and nothing has changed, for everything else that may come: an entry with attributes or other names, an empty text, or
+    /// one of which only a part is in the text in hand. readXml() says what it is.
+    /// \param key, value  without the white space at their bounds; valid until the next call that reads
+    bool takeEntry(std::string_view& key, std::string_view& value);
+
     /// What content() gives without the vector flag, without a copy. Valid like the above.
     std::string_view contentView() const noexcept { return std::string_view(m_theContent).substr(m_theContentStart); }
 

@@ -7,6 +7,38 @@ namespace {
 
 constexpr std::size_t none = std::string::npos;
 
+/// Goes through text from one tag to the next.
+class Tags {
+public:
+    Tags(std::string_view text, std::size_t at) : m_text(text), m_at(at) {}
+
+    /// Over white space and this very tag.
+    bool skip(std::string_view tag)
+    {
+        m_at = NyWhiteSpace::findBlack(m_text, m_at);
+        bool const isHere = m_text.compare(m_at, tag.size(), tag) == 0;
+        m_at += isHere ? tag.size() : 0;
+        return isHere;
+    }
+
+    /// Over a text up to the next tag. False for an empty one.
+    bool take(std::string_view& text)
+    {
+        std::size_t const end = m_text.find('<', m_at);
+        if (end == none)
+            return false;
+        text = NyWhiteSpace::trimmed(m_text.substr(m_at, end - m_at));
+        m_at = end;
+        return !text.empty();
+    }
+
+    std::size_t at() const { return m_at; }
+
+private:
+    std::string_view m_text;
+    std::size_t m_at;
+};
+
 } // namespace
 
 // Makes the text from the cursor to `end` the value and steps over the byte there. Without an end the value is the rest of the text in
@@ -95,3 +127,26 @@ std::string const& NyXmlFileReader::getContentByWordFast()
 }
 
 void NyXmlFileReader::getEndTagFast() { stepOver('>'); }
+
+// Hot: once for every entry of a NyXmlMapType of basic values, benchmarks readMap: a fifth of the time of the six events it stands for.
+bool NyXmlFileReader::takeEntry(std::string_view& key, std::string_view& value)
+{
+    bool const isBetweenElements = m_theMode == XML_READER_START_TAG || m_theMode == XML_READER_END_TAG;
+    if (m_theWay != Way::IN_PLACE || m_theIndex == none || !isBetweenElements || m_theElementStack.empty() ||
+        m_theAttributes.remaining() != 0)
+        return false;
+    Tags tags(m_theBlock, m_theIndex);
+    if (!tags.skip("<element>") || !tags.skip("<key>") || !tags.take(key) || !tags.skip("</key>") || !tags.skip("<value>") ||
+        !tags.take(value) || !tags.skip("</value>") || !tags.skip("</element>"))
+        return false;
+    // What the events would have left behind.
+    m_theElementStack.push("element", true);
+    m_theElementStack.pop();
+    m_theNumOfAttributes = 0;
+    m_theContent.assign(value);
+    m_theContentStart = 0;
+    m_theContentVectorFlag = false;
+    m_theMode = XML_READER_END_TAG;
+    moveToIndex(tags.at());
+    return true;
+}

@@ -7,6 +7,7 @@
 #include <nyXml/writer/NyXmlWriter.h>
 
 #include <ostream>
+#include <typeinfo>
 
 namespace {
 
@@ -24,6 +25,18 @@ bool refuseMap(NyXmlReader const& reader, char const* where)
 {
     complainAboutMap(reader, where);
     return false;
+}
+
+/// Goes to the next event, past all entries on the way that need no look at each event.
+Mode readOn(NyXmlReader& reader, NyXmlEntrySink& sink)
+{
+    if (sink.isOfTexts() && typeid(reader) == typeid(NyXmlReader)) {
+        std::string_view key;
+        std::string_view value;
+        while (reader.takeEntry(key, value))
+            sink.take(reader, key, value);
+    }
+    return reader.readXml();
 }
 
 void dropAttributes(NyXmlReader& reader)
@@ -46,8 +59,8 @@ bool NyXmlEntries::readMap(NyXmlReader& reader, char const* where, NyXmlEntrySin
     if (reader.mode() == NyXmlFileReader::XML_READER_EMPTY_TAG)
         return true;
 
-    Mode event = reader.readXml();
-    for (; event == NyXmlFileReader::XML_READER_START_TAG; event = reader.readXml()) {
+    Mode event = readOn(reader, sink);
+    for (; event == NyXmlFileReader::XML_READER_START_TAG; event = readOn(reader, sink)) {
         if (reader.element() != NyXml::NyElementToken) {
             complainAboutMap(reader, where) << "\tExpected " << NyXml::NyElementToken.localName() << " but received "
                                             << reader.element().localName() << ".\n";

@@ -5,13 +5,23 @@
 #include <nyXml/platform/NyXmlExport.h>
 
 #include <string>
+#include <string_view>
+
+template <class T>
+class NyXmlBasicType;
 
 /// Where a map puts what is read: the one thing in which maps differ.
 class NYXML_EXPORT NyXmlEntrySink {
 public:
+    /// Reads a key and enters a default value under it, over any that stood there: the entry is there even if no value comes.
     virtual void readKey(NyXmlReader& reader) = 0;
-    /// Enters a default value under the key that was read, over any that stood there, and reads it in place.
+    /// Reads that value in place.
     virtual void readValue(NyXmlReader& reader) = 0;
+
+    /// Whether keys and values are the library's own basic values, so that an entry may come as two texts.
+    virtual bool isOfTexts() const = 0;
+    /// Does what readKey() and readValue() do in front of elements that hold these texts. \param reader  is not moved
+    virtual void take(NyXmlReader& reader, std::string_view key, std::string_view value) = 0;
 
 protected:
     ~NyXmlEntrySink() = default;
@@ -35,6 +45,12 @@ protected:
 /// \endcode
 /// `where` is the signature of the reporting member.
 namespace NyXmlEntries {
+
+/// Whether a class is one of the basic values and no subclass of theirs, so that its read() takes a text and nothing else.
+template <class C>
+inline constexpr bool isText = false;
+template <class T>
+inline constexpr bool isText<NyXmlBasicType<T>> = true;
 
 /// Reads the body of a map. \return false at the first child that is no entry, which is reported, and for an error of the reader
 NYXML_EXPORT bool readMap(NyXmlReader& reader, char const* where, NyXmlEntrySink& sink);

@@ -14,6 +14,7 @@
 #include <iterator>
 #include <map>
 #include <string>
+#include <string_view>
 #include <utility>
 
 /// Objects by key, in key order in the document:
@@ -134,20 +135,38 @@ private:
     class Sink final : public NyXmlEntrySink {
     public:
         explicit Sink(std::map<K, V>& entries) : m_entries(entries) {}
-        void readKey(NyXmlReader& reader) override { m_key.read(reader); }
-        void readValue(NyXmlReader& reader) override
+        void readKey(NyXmlReader& reader) override
         {
-            // Documents are in key order: at the end is where most entries go.
-            bool const isLast = m_entries.empty() || std::prev(m_entries.end())->first < m_key;
-            auto const entry =
-                isLast ? m_entries.emplace_hint(m_entries.end(), m_key, m_none) : m_entries.insert_or_assign(m_key, m_none).first;
-            entry->second.read(reader);
+            m_key.read(reader);
+            enter();
+        }
+        void readValue(NyXmlReader& reader) override { m_value->read(reader); }
+        bool isOfTexts() const override { return NyXmlEntries::isText<K> && NyXmlEntries::isText<V>; }
+        void take([[maybe_unused]] NyXmlReader& reader, [[maybe_unused]] std::string_view key,
+                  [[maybe_unused]] std::string_view value) override
+        {
+            if constexpr (NyXmlEntries::isText<K> && NyXmlEntries::isText<V>) {
+                takeText(m_key, reader, key);
+                enter();
+                takeText(*m_value, reader, value);
+            }
         }
 
     private:
+        template <class T>
+        static void takeText(NyXmlBasicType<T>& object, NyXmlReader& reader, std::string_view text)
+        {
+            object.NyXmlObject::read(reader);
+            NyXmlTextOf<T>::take(object.value(), text);
+        }
+
+        /// Documents are in key order: at the end is where most entries go.
+        void enter() { m_value = &m_entries.insert_or_assign(m_entries.end(), m_key, m_none)->second; }
+
         std::map<K, V>& m_entries;
         K m_key;
         V const m_none{};
+        V* m_value = nullptr; ///< of the entry that was entered last
     };
 
     std::map<K, V> m_theMap;
