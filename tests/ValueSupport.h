@@ -1,0 +1,74 @@
+#ifndef NYXML_TESTS_VALUESUPPORT_H
+#define NYXML_TESTS_VALUESUPPORT_H
+
+#include "Support.h"
+
+#include <nyXml/core/NyXmlObject.h>
+#include <nyXml/reader/NyXmlReader.h>
+#include <nyXml/schema/NyXmlSchema.h>
+#include <nyXml/writer/NyXmlWriter.h>
+
+#include <sstream>
+#include <string>
+#include <typeinfo>
+
+/// A reader of an application: whatever knows the library's reader by its type has to take the plain way with it.
+class ApplicationReader : public NyXmlReader {
+public:
+    using NyXmlReader::NyXmlReader;
+};
+
+/// Reads a value from a document whose root it is. \param seen  what the reader shows of the events behind it
+template <class Reader = NyXmlReader>
+bool readValue(NyXmlObject& value, std::string const& document, std::string* seen = nullptr)
+{
+    std::istringstream stream(document);
+    Reader reader("in.xml", stream);
+    reader.readXml();
+    bool const result = value.read(reader);
+    for (int events = 0; seen != nullptr && events < 3; ++events) {
+        *seen += std::to_string(reader.mode()) + " " + reader.element().token() + " '" + reader.content() + "' " +
+                 std::to_string(reader.lineCountOfFile()) + " " + std::to_string(reader.numOfAttributes()) + "\n";
+        reader.readXml();
+    }
+    while (reader.mode() != NyXmlFileReader::XML_READER_EOF && reader.mode() != NyXmlFileReader::XML_READER_ERROR)
+        reader.readXml();
+    return result;
+}
+
+/// From the value's own tag, `<v`, to its end.
+inline std::string writtenValue(NyXmlObject const& value)
+{
+    std::ostringstream stream;
+    NyXmlWriter writer("out.xml", stream);
+    writer.writeStartTag(NyToken("urn:t#root"));
+    writer.writeStartTagUsingParentNamespace(NyToken("v"));
+    value.write(writer);
+    writer.writeEndTag();
+    std::string const document = stream.str();
+    return document.substr(document.find("<v"));
+}
+
+/// The calls that describe a value, as "size=j [2 element: d ]": attributes, types by their mangled names, elements with their option.
+class SchemaCalls : public NyXmlSchema {
+public:
+    static std::string of(NyXmlObject const& value)
+    {
+        SchemaCalls calls;
+        value.writeSchema(calls);
+        return calls.m_text;
+    }
+    bool writeStartTagUsingParentNamespace(std::string const& name, XML_STARTTAG_OPTION option) override
+    {
+        m_text += "[" + std::to_string(option) + " " + name + ": ";
+        return true;
+    }
+    void writeEndTag() override { m_text += "] "; }
+    void setAttributeName(NyToken const& token) override { m_text += token.token() + "="; }
+    void setType(std::type_info const& info) override { m_text += std::string(info.name()) + " "; }
+
+private:
+    std::string m_text;
+};
+
+#endif
