@@ -175,6 +175,49 @@ TEST(Sequences, BothWaysThroughARunAgree)
 
 // An empty element leaves some scalars alone. In a sequence of plain values that is the item before, since one temporary serves
 // them all; a sequence of objects makes each item afresh.
+// A run that spans blocks is handed over as it comes, before it is known what follows. Whatever that is, the outcome is that of the
+// plain way, and so it is wherever the edges of the blocks fall.
+TEST(Sequences, ALongRunMayTurnOutToBeNone)
+{
+    std::string run;
+    for (int i = 0; run.size() < 40000; ++i)
+        run += std::to_string(i) + (i % 7 == 0 ? " \n" : " ");
+    std::string const ends[] = {
+        "</group></v>",
+        "  </group ></v>",
+        "<!-- c --></group></v>",
+        "<!-- c -->7 8</group></v>",
+        "<?p?> <!-- > --></group></v>",
+        "<b/></group></v>",
+        "</x></v>",
+        "",
+        "<",
+        "</group",
+        "</group>text</v>",
+        "<!-- c --><b/>",
+        "<NyInclude/></group></v>",
+        "+7 0x10 1e999 x</group><group>9</group></v>",
+    };
+    for (std::string const& end : ends)
+        for (std::size_t shift = 0; shift < 12; ++shift) {
+            SCOPED_TRACE(end + " behind " + std::to_string(shift));
+            std::string const document = "<v size='3'><group>" + std::string(shift, ' ') + run + end;
+            Messages messages;
+            VB<double> fast, plain;
+            bool const fastResult = readFrom(fast, document);
+            std::string const fastMessages = messages.take();
+            EXPECT_EQ(readFrom<PlainReader>(plain, document), fastResult);
+            EXPECT_EQ(messages.take(), fastMessages);
+            EXPECT_EQ(fast.vectorContainer(), plain.vectorContainer());
+        }
+    std::string const oneWord(50000, '1'); // no blank to cut at
+    VB<double> fast, plain;
+    Messages messages;
+    EXPECT_EQ(readFrom(fast, "<v><group>" + oneWord + " 2</group></v>"),
+              readFrom<PlainReader>(plain, "<v><group>" + oneWord + " 2</group></v>"));
+    EXPECT_EQ(fast.vectorContainer(), plain.vectorContainer());
+}
+
 TEST(Sequences, AnEmptyItemIsTheOneBeforeOrTheDefault)
 {
     std::string const document = "<a size='3'><element/><group>1</group><element/></a>";

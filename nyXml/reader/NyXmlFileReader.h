@@ -11,6 +11,9 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
+
+class NyXmlWordSink;
 
 /// Pulls events from one XML stream, one per readXml().
 ///
@@ -194,6 +197,18 @@ public:
     /// What content() gives without the vector flag, without a copy. Valid like the above.
     std::string_view contentView() const noexcept { return std::string_view(m_theContent).substr(m_theContentStart); }
 
+    /// The same, and none of it is content any more.
+    std::string_view takeContent() noexcept;
+
+    /// At a start tag: hands out the words of a run that is too long for one block, but for the last of them, which the next readXml()
+    /// will give as the content. Does nothing for a shorter text, nor in a subclass.
+    /// \return whether anything was handed out
+    bool takeRun(NyXmlWordSink& words);
+
+    /// To be called after that readXml(). \return whether the content goes on where the words ended; if not, they were no content, since
+    /// text behind a comment takes the place of the text before it
+    bool endRun() noexcept { return std::exchange(m_isRunContinued, false); }
+
 protected:
     /// One step through the text: skips comments and declarations, fills the content. \return the event, or XML_READER_ERROR with a
     /// report. Comments in a row are one call, so that their number does not matter to the call stack.
@@ -318,6 +333,8 @@ private:
     std::size_t m_theBlockStart = 0;           ///< text of m_theBlock before it is given up, and erased when room is needed
     mutable std::size_t m_theCounted = 0;      ///< newlines of m_theBlock before it are in m_theLineCount or never will be
     std::size_t m_theNewline = 0;              ///< between the cursor and this place there is no newline
+    bool m_isRunContinued = false;             ///< words of the content went to a takeRun()
+    int m_theLineOfRun = 0;                    ///< where that run began
     enum class Way : char { UNKNOWN, PLAIN, IN_PLACE } m_theWay = Way::UNKNOWN;
     std::string m_theLine; ///< scratch
 };

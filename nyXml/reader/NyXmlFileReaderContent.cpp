@@ -84,6 +84,13 @@ std::string_view NyXmlFileReader::cutWord() const noexcept
 
 std::string_view NyXmlFileReader::takeContentWord() noexcept { return cutWord(); }
 
+std::string_view NyXmlFileReader::takeContent() noexcept
+{
+    std::string_view const text = contentView();
+    m_theContentStart = m_theContent.size();
+    return text;
+}
+
 std::string const& NyXmlFileReader::nextWord(std::string& text) const
 {
     if (&text == &m_theContent) {

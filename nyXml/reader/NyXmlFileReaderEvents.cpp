@@ -51,6 +51,10 @@ NyXmlFileReader::XML_READER_MODE NyXmlFileReader::nextEvent()
 
 NyXmlFileReader::XML_READER_MODE NyXmlFileReader::endInText(bool isText)
 {
+    if (m_isRunContinued) { // Text that no tag ends does not count, wherever it went.
+        countLines();
+        m_theLineCount = m_theLineOfRun;
+    }
     jumpTo(none);
     return isText ? fault("file not well formed.\n\tExtra characters found before EOF.") : XML_READER_EOF;
 }

@@ -6,6 +6,7 @@
 #include <nyXml/platform/NyApplication.h>
 #include <nyXml/platform/NyIfHttpStream.h>
 #include <nyXml/platform/NyPrint.h>
+#include <nyXml/reader/NyXmlWordSink.h>
 #include <nyXml/traversal/NyXmlSignals.h>
 
 #include <cstdint>
@@ -145,6 +146,15 @@ NyXmlFileReader::XML_READER_MODE NyXmlReader::readXml()
         m_theVersionFlag = checkVersion();
     }
     return m_theTop->mode();
+}
+
+NyXmlFileReader::XML_READER_MODE NyXmlReader::readRun(NyXmlWordSink& words)
+{
+    bool const isTaken = m_theTop->takeRun(words);
+    NyXmlFileReader::XML_READER_MODE const mode = readXml();
+    if (isTaken && (!m_theTop->endRun() || mode != NyXmlFileReader::XML_READER_CONTENT))
+        words.forgetWords();
+    return mode;
 }
 
 bool NyXmlReader::closeFileTest()

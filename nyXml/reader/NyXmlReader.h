@@ -138,6 +138,13 @@ public:
     /// What content() would give if the vector flag is off.
     std::string_view contentView() const noexcept { return m_theTop->contentView(); }
 
+    /// The same, and none of it is content any more.
+    std::string_view takeContent() noexcept { return m_theTop->takeContent(); }
+
+    /// readXml() at the start tag of a run that may be long. What is too much for one block goes to \p words as it comes, and the content
+    /// is what follows behind them, at least one word. If the event is not XML_READER_CONTENT, no word has been taken.
+    NyXmlFileReader::XML_READER_MODE readRun(NyXmlWordSink& words);
+
 protected:
     /// Runs after every event. If the element is a `NyInclude`, opens what it links to. A subclass that wants to know of links
     /// overrides it.

@@ -53,6 +53,8 @@ void writeItem(NyXmlWriter& writer, NyXmlItemSource& items)
 
 } // namespace
 
+NyXmlFileReader::XML_READER_MODE NyXmlItemSink::beginRun(NyXmlReader& reader) { return reader.readXml(); }
+
 unsigned int NyXmlItemSink::readWords(NyXmlReader& reader)
 {
     unsigned int count = 0;
@@ -85,7 +87,7 @@ bool NyXmlItems::read(NyXmlReader& reader, NyXmlItemFamily const& family, char c
     auto event = reader.readXml();
     while (event == NyXmlFileReader::XML_READER_START_TAG || event == NyXmlFileReader::XML_READER_EMPTY_TAG) {
         if (reader.element() == group) {
-            if (reader.readXml() != NyXmlFileReader::XML_READER_CONTENT) {
+            if (sink.beginRun(reader) != NyXmlFileReader::XML_READER_CONTENT) {
                 Ny::Print::ostream(Ny::Print::FAULT, where) << family.name << " Error: XML parser should be in data mode\n";
                 return false;
             }

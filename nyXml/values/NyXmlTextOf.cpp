@@ -1,5 +1,6 @@
 #include <nyXml/values/NyXmlTextOf.h>
 
+#include <nyXml/core/NyWhiteSpace.h>
 #include <nyXml/writer/NyXmlWriter.h>
 
 #include <charconv>
@@ -88,6 +89,31 @@ double NyXmlText::toDouble(std::string_view text)
     if (isDecimal && !isHexadecimal && std::from_chars(text.data(), text.data() + text.size(), value).ec == std::errc())
         return value;
     return toDoubleByLibrary(text);
+}
+
+// Hot: the conversion itself finds the end of an everyday word.
+void NyXmlText::appendDoubles(std::string_view words, std::vector<double>& values)
+{
+    char const* const end = words.data() + words.size();
+    for (char const* at = words.data(); at != end;) {
+        if (NyWhiteSpace::is(*at)) {
+            ++at;
+            continue;
+        }
+        double value = 0.0;
+        bool const isDigits = isDigit(*at) || (*at == '-' && end - at > 1 && isDigit(at[1]));
+        auto const [behind, fault] =
+            isDigits ? std::from_chars(at, end, value) : std::from_chars_result{ at, std::errc::invalid_argument };
+        if (fault == std::errc() && (behind == end || NyWhiteSpace::is(*behind))) {
+            values.push_back(value);
+            at = behind;
+            continue;
+        }
+        std::string_view const rest(at, static_cast<std::size_t>(end - at));
+        std::string_view const word = rest.substr(0, NyWhiteSpace::findWhite(rest));
+        values.push_back(toDouble(word));
+        at += word.size();
+    }
 }
 
 void NyXmlText::extract(std::string_view text, short& value) noexcept

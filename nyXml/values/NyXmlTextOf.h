@@ -10,6 +10,7 @@
 #include <string>
 #include <string_view>
 #include <typeinfo>
+#include <vector>
 
 class NyXmlWriter;
 
@@ -23,6 +24,9 @@ NYXML_EXPORT int toInt(std::string_view text) noexcept;
 /// As atof in the classic locale: white space, a sign, then decimal, hexadecimal, "inf" or "nan"; 0 if there is none of these. A
 /// zero byte ends the text.
 NYXML_EXPORT double toDouble(std::string_view text);
+
+/// Appends each word of a text as toDouble() has it.
+NYXML_EXPORT void appendDoubles(std::string_view words, std::vector<double>& values);
 
 // What a fresh stream holding the text leaves in the value: white space is skipped, and what stands behind the number is ignored.
 // Nothing but white space leaves the value alone; something else that is no number makes it 0; a number out of range makes it the nearer
