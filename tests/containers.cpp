@@ -135,6 +135,9 @@ TEST(Containers, OneItemServesAllReadsOfASetOrList)
     Messages messages;
     EXPECT_TRUE(readValue(vectors, "<a size='2'><element x='1' y='2' z='3'/><element x='9'/></a>"));
     EXPECT_TRUE(vectors.listContainer().back() == NyVector(9, 2, 3));
+    NyXmlVectorType<NyXmlVector> anew;
+    EXPECT_TRUE(readValue(anew, "<a size='2'><element x='1' y='2' z='3'/><element x='9'/></a>"));
+    EXPECT_TRUE(anew[1] == NyVector(9, 0, 0));
 }
 
 TEST(Containers, ARunOfWhatTakesNoWordsEnds)

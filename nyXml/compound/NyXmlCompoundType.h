@@ -143,7 +143,7 @@ protected:
     virtual bool isReadOnlyAttribute(NyToken token) const;
 
 public:
-    /// Marks the target as specified; its components stay, since they are its own.
+    /// Marks the target specified; its components stay, since they are its own.
     NyXmlCompoundType& operator=(NyXmlCompoundType const& other);
 
     /// Compares shapes and not values: names of elements with their namespaces, and read-only marks. True if one of the two is

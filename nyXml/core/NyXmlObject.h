@@ -61,7 +61,7 @@ public:
     /// setXmlInitialized(true), else it runs again each time. \return true; nobody looks at it
     virtual bool xmlInit();
 
-    /// Initialises the object if that is still to come and marks it as specified; leaves the reader alone.
+    /// Initialises the object if that is still to come and marks it specified; leaves the reader alone.
     virtual bool read(NyXmlReader& reader);
 
     /// Takes the value from an attribute: the owner has looked at attributeName(), the object takes attributeValue(). A class without
@@ -99,7 +99,7 @@ public:
     /// The class's own name: that under which factories and the schema builder know it, not that of an element.
     virtual NyToken const& token() const = 0;
 
-    /// Marks the target as specified and takes nothing from the source: the target's components stay registered.
+    /// Marks the target specified and takes nothing from the source: the target's components stay registered.
     NyXmlObject& operator=(NyXmlObject const&) noexcept
     {
         m_theFlags |= m_theSpecifiedBit;

@@ -27,7 +27,7 @@ public:
     [[nodiscard]] NyXmlObject* clone() const override;
 
     /// Takes q0 to q3 by name and normalises. What is not mentioned counts as 0, other attributes are passed over; any number of
-    /// attributes but 4 is reported with print type 4 and forgiven. Neither initialises the object nor marks it as specified.
+    /// attributes but 4 is reported with print type 4 and forgiven. Neither initialises the object nor marks it specified.
     ///
     /// \return false, with a report of print type 4, if something stands between the tags
     bool read(NyXmlReader& reader) override;

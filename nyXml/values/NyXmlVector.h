@@ -30,7 +30,7 @@ public:
     [[nodiscard]] NyXmlObject* clone() const override;
 
     /// Takes x, y and z by name. What is not mentioned keeps its value, other attributes are passed over; any number of attributes but
-    /// 3 is reported with print type 4 and forgiven. Neither initialises the object nor marks it as specified.
+    /// 3 is reported with print type 4 and forgiven. Neither initialises the object nor marks it specified.
     ///
     /// \return false, with a report of print type 4, if something stands between the tags
     bool read(NyXmlReader& reader) override;

@@ -27,7 +27,7 @@ public:
     /// of one vector after the other, whatever names and tags stand around them.
     ///
     /// The document must hold that many: reading on behind the end of the input does not end. A count of 0 leaves the end tag to the
-    /// caller. Neither initialises the object nor marks it as specified.
+    /// caller. Neither initialises the object nor marks it specified.
     ///
     /// \return false if the reader reports an error behind the vectors
     /// \throw std::length_error for a negative count
