@@ -5,6 +5,7 @@
 #include <nyXml/core/NyXmlObject.h>
 #include <nyXml/platform/NyXmlExport.h>
 #include <nyXml/values/NyXmlBasicType.h>
+#include <nyXml/values/NyXmlItemCopies.h>
 #include <nyXml/values/NyXmlItems.h>
 #include <nyXml/values/NyXmlVector.h>
 
@@ -33,20 +34,12 @@ public:
     /// \return false for an error of the reader, and for a `group` without content, reported with print type 4
     bool read(NyXmlReader& reader) override
     {
-        if (!NyXmlObject::read(reader))
-            return false;
-        m_theList.clear();
-        Sink sink(m_theList);
-        return NyXmlItems::read(reader, NyXmlItems::listType, __PRETTY_FUNCTION__, sink);
+        return NyXmlObject::read(reader) && NyXmlItems::readCopies(reader, NyXmlItems::listType, __PRETTY_FUNCTION__, m_theList);
     }
     bool write(NyXmlWriter& writer) const override
     {
         bool const result = NyXmlObject::write(writer);
-        if (!m_theList.empty()) {
-            NyXmlObjectSource items(m_theList.begin());
-            NyXmlItems::writeSize(writer, size());
-            NyXmlItems::writeItems(writer, size(), items);
-        }
+        NyXmlItems::writeUnlessEmpty(writer, m_theList);
         return result;
     }
     /// Describes an `element` that holds a `key`, which is not the form that documents have: schemas in the field are so.
@@ -89,23 +82,6 @@ public:
     static NyXmlListType nullObject() { return NyXmlListType(); }
 
 private:
-    /// Reads into one object and appends copies of it.
-    class Sink final : public NyXmlItemSink {
-    public:
-        explicit Sink(std::list<E>& items) : m_items(items) {}
-        void expect(int) override {}
-        void begin() override { m_item.xmlInit(); }
-        void readItem(NyXmlReader& reader) override
-        {
-            m_item.read(reader);
-            m_items.push_back(m_item);
-        }
-
-    private:
-        std::list<E>& m_items;
-        E m_item;
-    };
-
     std::list<E> m_theList;
 };
 

@@ -5,6 +5,7 @@
 #include <nyXml/core/NyXmlObject.h>
 #include <nyXml/platform/NyXmlExport.h>
 #include <nyXml/values/NyXmlBasicType.h>
+#include <nyXml/values/NyXmlItemCopies.h>
 #include <nyXml/values/NyXmlItems.h>
 
 #include <set>
@@ -32,20 +33,12 @@ public:
     /// \return false for an error of the reader, and for a `group` without content, reported with print type 4
     bool read(NyXmlReader& reader) override
     {
-        if (!NyXmlObject::read(reader))
-            return false;
-        m_theSet.clear();
-        Sink sink(m_theSet);
-        return NyXmlItems::read(reader, NyXmlItems::setType, __PRETTY_FUNCTION__, sink);
+        return NyXmlObject::read(reader) && NyXmlItems::readCopies(reader, NyXmlItems::setType, __PRETTY_FUNCTION__, m_theSet);
     }
     bool write(NyXmlWriter& writer) const override
     {
         bool const result = NyXmlObject::write(writer);
-        if (!m_theSet.empty()) {
-            NyXmlObjectSource items(m_theSet.begin());
-            NyXmlItems::writeSize(writer, size());
-            NyXmlItems::writeItems(writer, size(), items);
-        }
+        NyXmlItems::writeUnlessEmpty(writer, m_theSet);
         return result;
     }
     /// Describes an `element` that holds a `key`, which is not the form that documents have: schemas in the field are so.
@@ -79,23 +72,6 @@ public:
     static NyXmlSetType nullObject() { return NyXmlSetType(); }
 
 private:
-    /// Reads into one object and inserts copies of it.
-    class Sink final : public NyXmlItemSink {
-    public:
-        explicit Sink(std::set<E>& items) : m_items(items) {}
-        void expect(int) override {}
-        void begin() override { m_item.xmlInit(); }
-        void readItem(NyXmlReader& reader) override
-        {
-            m_item.read(reader);
-            m_items.insert(m_items.end(), m_item); // documents are in order: the end is where it goes
-        }
-
-    private:
-        std::set<E>& m_items;
-        E m_item;
-    };
-
     std::set<E> m_theSet;
 };
 
