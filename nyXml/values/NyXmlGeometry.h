@@ -3,6 +3,7 @@
 
 #include <nyXml/core/NyToken.h>
 #include <nyXml/core/NyXml.h>
+#include <nyXml/platform/NyPrint.h>
 #include <nyXml/reader/NyXmlReader.h>
 #include <nyXml/schema/NyXmlSchema.h>
 #include <nyXml/values/NyXmlTextOf.h>
@@ -43,10 +44,14 @@ void readComponents(NyXmlReader& reader, Names<N> const& names, double (&compone
     }
 }
 
-/// Closes an element that has attributes alone. False if it holds anything.
-inline bool closeElement(NyXmlReader& reader)
+/// Closes an element that has attributes alone. False if it holds anything, which is reported; \p className begins the message.
+inline bool closeElement(NyXmlReader& reader, char const* className)
 {
-    return reader.mode() != NyXmlFileReader::XML_READER_START_TAG || reader.readXml() == NyXmlFileReader::XML_READER_END_TAG;
+    if (reader.mode() != NyXmlFileReader::XML_READER_START_TAG || reader.readXml() == NyXmlFileReader::XML_READER_END_TAG)
+        return true;
+    Ny::Print::write(Ny::Print::FAULT, "%s Error: file not well formed.\n\tEnd tag needed.\n\tFile: %s\n\tLine: %d", className,
+                     reader.filename(), reader.lineCountOfFile());
+    return false;
 }
 
 template <std::size_t N>

@@ -22,11 +22,7 @@ bool NyXmlOrientation::read(NyXmlReader& reader)
     readComponents(reader, quaternionNames, components);
     m_theValue.set(components[0], components[1], components[2], components[3]);
     m_theValue.normalize();
-    if (closeElement(reader))
-        return true;
-    Ny::Print::write(Ny::Print::FAULT, "NyXmlOrientation Error: file not well formed.\n\tEnd tag needed.\n\tFile: %s\n\tLine: %d",
-                     reader.filename(), reader.lineCountOfFile());
-    return false;
+    return closeElement(reader, "NyXmlOrientation");
 }
 
 bool NyXmlOrientation::write(NyXmlWriter& writer) const

@@ -28,11 +28,7 @@ bool NyXmlVector::read(NyXmlReader& reader)
     double components[] = { m_theValue.x(), m_theValue.y(), m_theValue.z() };
     readComponents(reader, coordinateNames, components);
     m_theValue.set(components[0], components[1], components[2]);
-    if (closeElement(reader))
-        return true;
-    Ny::Print::write(Ny::Print::FAULT, "NyXmlVector Error: file not well formed.\n\tEnd tag needed.\n\tFile: %s\n\tLine: %d",
-                     reader.filename(), reader.lineCountOfFile());
-    return false;
+    return closeElement(reader, "NyXmlVector");
 }
 
 bool NyXmlVector::write(NyXmlWriter& writer) const
