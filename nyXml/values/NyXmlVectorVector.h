@@ -26,11 +26,12 @@ public:
     /// Takes the first attribute as the count, whatever its name, and then the next three times as many double-quoted texts as x, y, z
     /// of one vector after the other, whatever names and tags stand around them.
     ///
-    /// The document must hold that many: reading on behind the end of the input does not end. A count of 0 leaves the end tag to the
-    /// caller. Neither initialises the object nor marks it specified.
+    /// The document must hold that many. Where it doesn't, the library's own reader gives the vectors that are whole and an error; a
+    /// derived one is asked through getAttributeValueFast(), which does not return then. A count of 0 leaves the end tag to the caller.
+    /// Neither initialises the object nor marks it specified.
     ///
     /// \return false if the reader reports an error behind the vectors
-    /// \throw std::length_error for a negative count
+    /// \throws std::length_error for a negative count
     bool read(NyXmlReader& reader) override;
     bool write(NyXmlWriter& writer) const override;
     bool writeSchema(NyXmlSchema& schema) const override;
