@@ -10,7 +10,7 @@ namespace robotCell {
 
 namespace {
 
-/// <move robot="1" to="0.5 0 0.2"/>
+/// <move robot="1"><to size="3"><group>0.5 0 0.2</group></to></move>
 class Move : public ModelClass<Move> {
 public:
     static NyToken const& classToken()
