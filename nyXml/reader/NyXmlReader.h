@@ -163,8 +163,8 @@ protected:
     /// Backslashes separate as well as slashes.
     virtual void parseHref(std::string const& href, std::string& host, std::string& directory, std::string& file);
 
-    /// Takes the "version" attribute, if there is one, and compares the numbers in front of the first `.`. Prints a warning for a
-    /// document newer than the library and for one that is two or more behind; the reading goes on.
+    /// Takes the "version" attribute, if there is one, and compares the numbers in front of the first dot. Prints a warning for
+    /// a document newer than the library and for one that is two or more behind; the reading goes on.
     /// \return false for a newer one
     virtual bool checkVersion();
 
