@@ -479,13 +479,26 @@ void NyXmlWriter::sendBytes()
     m_Bytes.clear();
 }
 
-/// Makes the text that the writer's scratch stream would give for a scalar, without the stream's cost, and hands it over.
+/// Makes the text that the writer's scratch stream gives for a scalar, where we can without the stream's cost, and hands it over.
 class NyXmlScalarText {
 public:
-    static NyXmlWriter& insertReal(NyXmlWriter& writer, std::type_info const& info, double value)
+    static NyXmlWriter& insertReal(NyXmlWriter& writer, double value)
     {
         int const precision = static_cast<int>(writer.m_Stream.precision());
-        return insert(writer, info, [value, precision](std::string& text) { NyDecimalText::append(text, value, precision); });
+        return insert(writer, typeid(double),
+                      [value, precision](std::string& text) { NyDecimalText::append(text, value, precision); });
+    }
+
+    // The unit types come with insertion operators of their own, which another platform layer may write differently: these do use
+    // the stream.
+    template <class Unit>
+    static NyXmlWriter& insertUnit(NyXmlWriter& writer, Unit const& value)
+    {
+        return insert(writer, typeid(Unit), [&stream = writer.m_Stream, &value](std::string& text) {
+            stream << value;
+            text += stream.str();
+            stream.str(std::string());
+        });
     }
 
     template <class Integer>
@@ -542,10 +555,7 @@ NyXmlWriter& operator<<(NyXmlWriter& writer, unsigned short const& value)
 NyXmlWriter& operator<<(NyXmlWriter& writer, int const& value) { return NyXmlScalarText::insertInteger(writer, value); }
 NyXmlWriter& operator<<(NyXmlWriter& writer, unsigned int const& value) { return NyXmlScalarText::insertInteger(writer, value); }
 
-NyXmlWriter& operator<<(NyXmlWriter& writer, double const& value)
-{
-    return NyXmlScalarText::insertReal(writer, typeid(double), value);
-}
+NyXmlWriter& operator<<(NyXmlWriter& writer, double const& value) { return NyXmlScalarText::insertReal(writer, value); }
 
 NyXmlWriter& operator<<(NyXmlWriter& writer, bool const& value)
 {
@@ -559,12 +569,6 @@ NyXmlWriter& operator<<(NyXmlWriter& writer, std::string const& value)
     return writer;
 }
 
-NyXmlWriter& operator<<(NyXmlWriter& writer, NyAngle const& value)
-{
-    return NyXmlScalarText::insertReal(writer, typeid(NyAngle), value);
-}
+NyXmlWriter& operator<<(NyXmlWriter& writer, NyAngle const& value) { return NyXmlScalarText::insertUnit(writer, value); }
 
-NyXmlWriter& operator<<(NyXmlWriter& writer, NyNonNegReal const& value)
-{
-    return NyXmlScalarText::insertReal(writer, typeid(NyNonNegReal), value);
-}
+NyXmlWriter& operator<<(NyXmlWriter& writer, NyNonNegReal const& value) { return NyXmlScalarText::insertUnit(writer, value); }

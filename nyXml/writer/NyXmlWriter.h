@@ -212,7 +212,7 @@ private:
     std::string m_RootNamespace; ///< the first namespace met; outlives its document
     std::string m_ContentBuffer; ///< data of the open element
     unsigned int m_ContentCount = 0;
-    unsigned int m_ContentColumns = 10;
+    unsigned int m_ContentColumns;
     bool m_WriteDefaultData;
     std::string m_Indent;
     std::string m_Header;
@@ -236,7 +236,7 @@ private:
 /// Hands one value to the writer: its type to type(), then its text to data().
 ///
 /// Numbers are as a stream in the classic locale writes them, reals with up to 20 digits and bool as 1 or 0. A char is one raw byte; an
-/// unsigned char is a number and goes by the type unsigned short.
+/// unsigned char is a number and goes by the type unsigned short. The unit types go through their own insertion operators.
 NYXML_EXPORT NyXmlWriter& operator<<(NyXmlWriter& writer, char const& value);
 NYXML_EXPORT NyXmlWriter& operator<<(NyXmlWriter& writer, unsigned char const& value);
 NYXML_EXPORT NyXmlWriter& operator<<(NyXmlWriter& writer, short const& value);
