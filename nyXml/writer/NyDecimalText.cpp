@@ -107,8 +107,8 @@ Decimal toDecimal(double value)
     bool const odd = (scaled.integer & 1) != 0;
     if (scaled.rest > scaled.half || (scaled.rest == scaled.half && odd))
         ++scaled.integer;
-    if (scaled.integer == smallestOfTwentyDigits * 10)
-        return { smallestOfTwentyDigits, exponent + 1 };
+    // Never rounded up to 21 digits: the closest any double of the range comes to a power of ten from below is 2e-17 of it.
+    assert(scaled.integer < smallestOfTwentyDigits * 10);
     return { scaled.integer, exponent };
 }
 

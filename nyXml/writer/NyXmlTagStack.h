@@ -13,8 +13,9 @@
 /// The open elements of a document that is being written, innermost at the back, and the namespace prefixes in force at that element.
 ///
 /// Part of NyXmlWriter. What an element declares reaches its descendants and ends with it. Declarations of all open elements share
-/// one map, since no prefix is ever declared twice on the way from the root: an element costs a look-up only if it declares, and
-/// nothing is copied for a child. Records of closed elements stay for the next ones, so that their strings are allocated once.
+/// one map, since no prefix is ever declared twice on the way from the root: nothing is copied for a child, and only one whose
+/// namespace is not its parent's costs a look-up. Records of closed elements stay for the next ones, so that their strings are
+/// allocated once.
 class NyXmlTagStack {
 public:
     struct Record {
