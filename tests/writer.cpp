@@ -14,7 +14,7 @@ namespace {
 std::string const instance = R"(xmlns:xsi="http://www.w3.org/2001/XMLSchema-instance")";
 
 /// Makes the calls that a line of words names: `<ns#a` start tag, `+a` start tag in the parent's namespace, `@a` attribute name, `=text` data,
-/// `:3` columns, `/` end tag.
+/// `#7` an inserted number, `:3` columns, `/` end tag.
 void play(NyXmlWriter& writer, std::string const& calls)
 {
     std::istringstream words(calls);
@@ -25,6 +25,7 @@ void play(NyXmlWriter& writer, std::string const& calls)
         case '+': writer.writeStartTagUsingParentNamespace(rest); break;
         case '@': writer.setAttributeName(rest); break;
         case '=': writer.data(rest); break;
+        case '#': writer << std::stoi(rest); break;
         case ':': writer.setNumOfContentColumns(static_cast<unsigned int>(std::stoul(rest))); break;
         case '/': writer.writeEndTag(); break;
         default: ADD_FAILURE() << word;
@@ -49,10 +50,7 @@ TEST(Writer, SmallDocument)
 {
     std::ostringstream stream;
     NyXmlWriter writer("model.xml", stream);
-    writer.writeStartTag("urn:demo/shapes#root");
-    writer.setAttributeName("id");
-    writer << 7;
-    writer.writeStartTagUsingParentNamespace("size");
+    play(writer, "<urn:demo/shapes#root @id #7 +size");
     writer << 1.5;
     play(writer, "/ +note / /");
     EXPECT_EQ(stream.str(),
@@ -74,8 +72,8 @@ TEST(Writer, FormOfAnElement)
     EXPECT_EQ(written("<u#r +a =" + fifty + "y /"), open + " <a>\n  " + fifty + "y\n </a>\n");
     EXPECT_EQ(written("<u#r +a" + five + five + five + five + " =1 /"),
               open + " <a>\n  " + ten + "\n    " + ten + "\n    1\n </a>\n");
-    EXPECT_EQ(written("<u#r +a :1 =1 =2 / +b =1 =2 /"),
-              open + " <a>1\n    2</a>\n <b>1 2</b>\n"); // columns end with their element
+    EXPECT_EQ(written("<u#r +a @c #0 :2 #1 =2 #-3 / +b #1 #2 #3 /"),
+              open + " <a c=\"0\">1 2\n    -3</a>\n <b>1 2 3</b>\n"); // columns end with their element
     EXPECT_EQ(written("<u#r +a :0" + five + five + " =1 /"), open + " <a>\n  " + ten + " 1\n </a>\n");
     // Continuation lines stay two blanks a level, the indent is the tags' and the first line's.
     EXPECT_EQ(written("<u#r +a :2 =1 =2 =3 =" + fifty + " / /", "\t"),
@@ -91,6 +89,10 @@ TEST(Writer, NamespacesAndTheirPrefixes)
         written("<u#r <x/v#a +b <u#c <y/v#d / / / / <x/v#a / <x/#e / /"),
         "<r xmlns=\"u\">\n <v:a xmlns:v=\"x/v\">\n  <v:b>\n   <c>\n    <v:d xsi:nil=\"true\"/>\n   </c>\n  </v:b>\n </v:a>\n"
         " <v:a xmlns:v=\"x/v\" xsi:nil=\"true\"/>\n <:e xsi:nil=\"true\"/>\n</r>\n");
+    // A declaration ends with its own element, here q and not s, which stands where a declared before.
+    EXPECT_EQ(written("<u#r +p <x/v#a / / <x/v#q +s / <u#t <x/v#b /"),
+              "<r xmlns=\"u\">\n <p>\n  <v:a xmlns:v=\"x/v\" xsi:nil=\"true\"/>\n </p>\n <v:q xmlns:v=\"x/v\">\n"
+              "  <v:s xsi:nil=\"true\"/>\n  <t>\n   <v:b xsi:nil=\"true\"/>\n");
     EXPECT_EQ(messages.take(), "");
     // The first namespace to come is the default one, also below a root without any, and of all documents that follow.
     EXPECT_EQ(written("<r <u#a / +b / / <w/v#r /"),
@@ -102,33 +104,25 @@ TEST(Writer, NamespacesAndTheirPrefixes)
 
 TEST(Writer, CallsOutOfPlace)
 {
+    std::string const content = "NyXmlWriter Error: element ",
+                      misplaced = " is placing content at incorrect location.\n\tFile: d.xml\n",
+                      endTag = "NyXmlWriter Error: end tag following incorrect mode ", file = "\n\tFile: d.xml\n",
+                      preferred = "NyXmlWriter Error: no namespace on attributes preferred: ",
+                      missing = "NyXmlWriter Error: attribute namespace doesn't exist: ";
     struct Row {
         char const *calls, *bytes;
         std::string messages;
-    };
-    auto const misplaced = [](std::string const& element) {
-        return "NyXmlWriter Error: element " + element + " is placing content at incorrect location.\n\tFile: d.xml\n";
-    };
-    auto const endTag = [](char mode) {
-        return std::string("NyXmlWriter Error: end tag following incorrect mode ") + mode + ".  File d.xml\n";
-    };
-    auto const preferred = [](std::string const& name) {
-        return "NyXmlWriter Error: no namespace on attributes preferred: " + name + "\n\tFile: d.xml\n";
-    };
-    auto const missing = [](std::string const& name) {
-        return "NyXmlWriter Error: attribute namespace doesn't exist: " + name + "\n\tFile: d.xml\n";
-    };
-    Row const rows[] = {
-        { "<u#r +a =1 / =lost /", "<r xmlns=\"u\">\n <a>1</a>\n</r>\n", misplaced("r") },
-        { "<u#r +a @b / /", "<r xmlns=\"u\">\n <a b=</r>\n", endTag('2') },
+    } const rows[] = {
+        { "<u#r +a =1 / =lost /", "<r xmlns=\"u\">\n <a>1</a>\n</r>\n", content + "r" + misplaced },
+        { "<u#r +a @b / /", "<r xmlns=\"u\">\n <a b=</r>\n", endTag + "2.  File d.xml\n" },
         { "<u#r @b +a =1 /", "<r xmlns=\"u\" b= <a>1</a>\n", "" },
         { "<u#r =lost +a =1 / /", "<r xmlns=\"u\" <a>1</a>\n</r>\n", "" },
         { "<u#r +a / @b =1", "<r xmlns=\"u\">\n <a xsi:nil=\"true\"/>\n b=\"1\"", "" },
         { "<u#r <x/v#a @y/v#b =1 @u#c =2", "<r xmlns=\"u\">\n <v:a xmlns:v=\"x/v\" v:b=\"1\" c=\"2\"",
-          preferred("y/v#b") + preferred("u#c") + missing("u#c") },
+          preferred + "y/v#b" + file + preferred + "u#c" + file + missing + "u#c" + file },
         // no element open
-        { "<u#r / / =lost", "<r xmlns=\"u\" xsi:nil=\"true\"/>\n", endTag('5') + misplaced("") },
-        { "=lost / @v#a =1 =2 /", " a=\"1\"", misplaced("") + endTag('0') + preferred("v#a") + missing("v#a") + endTag('4') },
+        { "<u#r / / =lost", "<r xmlns=\"u\" xsi:nil=\"true\"/>\n", endTag + "5.  File d.xml\n" + content + misplaced },
+        { "=lost / @a =1 =2 /", " a=\"1\"", content + misplaced + endTag + "0.  File d.xml\n" + endTag + "4.  File d.xml\n" },
     };
     for (Row const& row : rows) {
         SCOPED_TRACE(row.calls);
@@ -154,51 +148,43 @@ TEST(Writer, SchemaFileIsNamedAfterDocumentAndNamespace)
     }
 }
 
-/// Puts the class-wide defaults back as they were.
-struct DefaultsGuard {
-    std::string const indent = NyXmlWriter::defaultIndent(), header = NyXmlWriter::defaultHeader();
-    ~DefaultsGuard()
-    {
-        NyXmlWriter::setDefaultLanguageSelection(NyXmlWriter::LANGUAGE_XML);
-        NyXmlWriter::setDefaultIndent(indent);
-        NyXmlWriter::setDefaultHeader(header);
-        NyXmlWriter::setDefaultForWriteDefaultDataFlag(true);
-    }
-};
-
 TEST(Writer, LanguagesAndDefaultsReachTheirWriters)
 {
-    DefaultsGuard const guard;
-    std::ostringstream stream;
+    struct Restore {
+        std::string const indent = NyXmlWriter::defaultIndent();
+        ~Restore()
+        {
+            NyXmlWriter::setDefaultLanguageSelection(NyXmlWriter::LANGUAGE_XML);
+            NyXmlWriter::setDefaultIndent(indent);
+            NyXmlWriter::setDefaultForWriteDefaultDataFlag(true);
+        }
+    } const restore;
     auto const settings = [](NyXmlWriter const& w) {
-        return w.indent() + '|' + w.header() + '|' + w.styleSheet() + '|' + w.schemaInstance() + '|' + w.schemaLocation();
+        return w.indent() + '|' + w.header() + '|' + w.styleSheet() + '|' + w.schemaInstance() + '|' + w.schemaLocation() + '|' +
+               (w.writeDefaultDataFlag() ? "all" : "changed");
     };
+    std::string const head = R"(<?xml version="1.0" encoding="UTF-8"?>)", untouched = " |" + head + "||||all",
+                      sheet = R"(<?xml-stylesheet type="text/xsl" href="http://nyxml.org/stylesheets/QCML.xsl"?>)",
+                      qcml = "  |" + head + '|' + sheet + '|' + instance + "|http://nyxml.org/partnerlab/XML/QCML.xsd|";
+    auto const unknown = static_cast<NyXmlWriter::LANGUAGE>(2);
+    std::ostringstream stream;
     NyXmlWriter early("", stream);
-    std::string const untouched = settings(early);
-    EXPECT_EQ(untouched, R"( |<?xml version="1.0" encoding="UTF-8"?>|||)");
-    std::string const qcml = R"(  |<?xml version="1.0" encoding="UTF-8"?>|<?xml-stylesheet type="text/xsl" )"
-                             R"(href="http://nyxml.org/stylesheets/QCML.xsl"?>|)" +
-                             instance + "|http://nyxml.org/partnerlab/XML/QCML.xsd";
 
     NyXmlWriter::setDefaultLanguageSelection(NyXmlWriter::LANGUAGE_QCML);
-    NyXmlWriter::setDefaultLanguageSelection(static_cast<NyXmlWriter::LANGUAGE>(2));
+    NyXmlWriter::setDefaultLanguageSelection(unknown);
     NyXmlWriter::setDefaultForWriteDefaultDataFlag(false);
     NyXmlWriter late("m.xml", stream);
-    EXPECT_EQ(settings(late), qcml);
-    EXPECT_FALSE(late.writeDefaultDataFlag());
-    EXPECT_EQ(settings(early), untouched);
-    EXPECT_TRUE(early.writeDefaultDataFlag());
+    EXPECT_EQ(settings(late), qcml + "changed");
 
-    early.setLanguageSelection(static_cast<NyXmlWriter::LANGUAGE>(-1));
+    early.setLanguageSelection(unknown);
     EXPECT_EQ(settings(early), untouched);
     early.setLanguageSelection(NyXmlWriter::LANGUAGE_QCML);
-    EXPECT_EQ(settings(early), qcml);
+    EXPECT_EQ(settings(early), qcml + "all");
     early.setLanguageSelection(NyXmlWriter::LANGUAGE_XML);
-    EXPECT_EQ(settings(early), R"(  |<?xml version="1.0" encoding="UTF-8"?>|||)");
+    EXPECT_EQ(settings(early), ' ' + untouched);
 
     late.writeStartTag("u#r"); // the two schema settings take no part
-    EXPECT_EQ(stream.str(), late.header() + '\n' + late.styleSheet() + "\n<r " + instance +
-                                "\n  xsi:schemaLocation=\"u\n  m.u.xsd\" xmlns=\"u\"");
+    EXPECT_EQ(stream.str(), head + '\n' + sheet + "\n<r " + instance + "\n  xsi:schemaLocation=\"u\n  m.u.xsd\" xmlns=\"u\"");
 }
 
 TEST(Writer, CopyGoesOnWhereTheSourceStands)
@@ -208,10 +194,9 @@ TEST(Writer, CopyGoesOnWhereTheSourceStands)
     play(writer, "<x/v#r +a");
     writer << 0.1;
     std::string const head = stream.str();
-    NyXmlWriter copy(writer);
+    NyXmlWriter copy(writer), assigned("e.xml", other);
     copy << 0.1;
     copy.writeEndTag();
-    NyXmlWriter assigned("e.xml", other);
     assigned = copy; // keeps its stream and its digits
     play(assigned, "<x/v#b");
     assigned << 0.1;
@@ -231,19 +216,19 @@ TEST(Writer, LinksAreCountedAndTold)
     NyXmlWriter writer;
     writer.incrementLinkCount();
     writer.setLinkTotal(2);
+    writer.incrementLinkCount();
+    writer.incrementLinkCount();
     writer.resetLinkCount();
-    for (int link = 0; link < 3; ++link)
-        writer.incrementLinkCount();
-    NyXmlWriter copy(writer);
-    copy.incrementLinkCount(); // nobody hears a copy
-    EXPECT_EQ(heard, "1.000000 Writing: 1, 0.500000 Writing: 0.5, 1.000000 Writing: 1, 1.500000 Writing: 1.5, ");
+    writer.incrementLinkCount();
+    NyXmlWriter(writer).incrementLinkCount(); // nobody hears a copy
+    EXPECT_EQ(heard, "1.000000 Writing: 1, 1.000000 Writing: 1, 1.500000 Writing: 1.5, 0.500000 Writing: 0.5, ");
 }
 
 /// Looks over the writer's shoulder, and at the stream: what the base has written is there when the next operation is called.
 class WatchedWriter : public NyXmlWriter {
 public:
     explicit WatchedWriter(std::string const& name, std::ostream& stream) : NyXmlWriter(name, stream), m_stream(stream) {}
-    void mirror() { setSchemaWriter(true); }
+    using NyXmlWriter::setDefaultSchemaWriter;
 
     void header(NyToken const& token, std::string const&) override { m_stream << "[header]<" << token.token(); }
     void writeStartTag(NyToken const& token) override
@@ -279,33 +264,29 @@ TEST(Writer, SubclassSeesEveryCall)
 TEST(Writer, MirroredCallsDescribeTheDocument)
 {
     ScratchDirectory directory;
-    std::ostringstream stream;
+    std::ostringstream stream, mirrored, direct;
+    WatchedWriter::setDefaultSchemaWriter(true);
     {
-        WatchedWriter writer(directory.path("mirrored.xml"), stream);
-        writer.mirror();
+        NyXmlWriter writer(directory.path("mirrored.xml"), stream);
+        WatchedWriter::setDefaultSchemaWriter(false);
         play(writer, "<x/v#r @b");
         writer << true;
-        play(writer, "+a");
-        writer << 1.5;
-        play(writer, "/ /");
+        play(writer, "+a #1 / /");
         EXPECT_FALSE(std::filesystem::exists(directory.path("mirrored.v.xsd")));
     }
-    NyXmlSchema direct;
-    direct.writeStartTag("x/v#r", NyXmlSchemaElementType::XML_STARTTAG_SINGLE);
-    direct.setAttributeName("b");
-    direct.setType(typeid(bool));
-    direct.writeStartTag("x/v#a", NyXmlSchemaElementType::XML_STARTTAG_SINGLE);
-    direct.setType(typeid(double));
-    direct.writeEndTag();
-    direct.writeEndTag();
-    direct.write(directory.path("direct.xml"));
-    auto const bytesOf = [](std::string const& path) {
-        std::ostringstream bytes;
-        bytes << std::ifstream(path).rdbuf();
-        return bytes.str();
-    };
-    EXPECT_NE(bytesOf(directory.path("mirrored.v.xsd")), "");
-    EXPECT_EQ(bytesOf(directory.path("mirrored.v.xsd")), bytesOf(directory.path("direct.v.xsd")));
+    NyXmlSchema schema;
+    schema.writeStartTag("x/v#r", NyXmlSchemaElementType::XML_STARTTAG_SINGLE);
+    schema.setAttributeName("b");
+    schema.setType(typeid(bool));
+    schema.writeStartTag("x/v#a", NyXmlSchemaElementType::XML_STARTTAG_SINGLE);
+    schema.setType(typeid(int));
+    schema.writeEndTag();
+    schema.writeEndTag();
+    schema.write(directory.path("direct.xml"));
+    mirrored << std::ifstream(directory.path("mirrored.v.xsd")).rdbuf();
+    direct << std::ifstream(directory.path("direct.v.xsd")).rdbuf();
+    EXPECT_EQ(mirrored.str(), direct.str());
+    EXPECT_FALSE(direct.str().empty());
 }
 
 } // namespace
