@@ -51,15 +51,15 @@ public:
         if (!prepare(address))
             return false;
         Clock::time_point const deadline = Clock::now() + m_Limits.answer;
-        while (!m_Answered && m_Size == 0 && !m_Over) {
-            perform();
-            if (m_Answered || m_Size != 0 || m_Over)
-                break;
+        perform();
+        while (!hasBegun()) {
             milliseconds const left = std::chrono::duration_cast<milliseconds>(deadline - Clock::now());
-            if (left.count() <= 0)
+            if (left.count() <= 0) {
                 end(CURLE_OPERATION_TIMEDOUT);
-            else
+            } else {
                 wait(left);
+                perform();
+            }
         }
         offerBuffer();
         return m_Answered || m_Size != 0 || m_Result == CURLE_OK;
@@ -184,6 +184,8 @@ private:
         wait(std::chrono::ceil<milliseconds>(m_Limits.stall - m_WaitedInWindow));
         m_WaitedInWindow += Clock::now() - before;
     }
+
+    bool hasBegun() const { return m_Answered || m_Size != 0 || m_Over; }
 
     void end(CURLcode result)
     {

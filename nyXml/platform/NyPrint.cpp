@@ -1,6 +1,5 @@
 #include <nyXml/platform/NyPrint.h>
 
-#include <clocale>
 #include <cstdarg>
 #include <cstdio>
 #include <locale.h>
