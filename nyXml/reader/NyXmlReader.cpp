@@ -236,7 +236,7 @@ std::string NyXmlReader::pathOfLink(std::string const& href, bool& remote)
         host = parentHost;
     else
         parentDirectory.clear();
-    if (!isAbsolute(directory) && !parentDirectory.empty())
+    if (!parentDirectory.empty())
         directory = directory.empty() ? parentDirectory : parentDirectory + '\\' + directory;
 
     remote = !host.empty();
