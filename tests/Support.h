@@ -50,10 +50,8 @@ class ScratchDirectory {
 public:
     ScratchDirectory()
     {
-        std::string name = (std::filesystem::temp_directory_path() / "nyXmlTest.XXXXXX").string();
-        if (mkdtemp(name.data()) == nullptr)
+        if (mkdtemp(m_path.data()) == nullptr)
             throw std::runtime_error("no scratch directory");
-        m_path = name;
     }
     ~ScratchDirectory()
     {
@@ -64,16 +62,17 @@ public:
     ScratchDirectory& operator=(ScratchDirectory const&) = delete;
 
     /// Writes a file, with the directories to it. \return its path
-    std::string write(std::filesystem::path const& name, std::string const& bytes) const
+    std::string write(std::string const& name, std::string const& bytes) const
     {
-        std::filesystem::create_directories((m_path / name).parent_path());
-        std::ofstream(m_path / name, std::ios::binary) << bytes;
-        return (m_path / name).string();
+        std::filesystem::create_directories(std::filesystem::path(path(name)).parent_path());
+        std::ofstream(path(name), std::ios::binary) << bytes;
+        return path(name);
     }
-    std::string path(std::filesystem::path const& name = {}) const { return (name.empty() ? m_path : m_path / name).string(); }
+    std::string path(std::string const& name) const { return m_path + '/' + name; }
+    std::string const& path() const { return m_path; }
 
 private:
-    std::filesystem::path m_path;
+    std::string m_path = (std::filesystem::temp_directory_path() / "nyXmlTest.XXXXXX").string();
 };
 
 #endif

@@ -7,10 +7,8 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <dlfcn.h>
 #include <iomanip>
 #include <limits>
-#include <memory>
 #include <sstream>
 #include <string>
 #include <utility>
@@ -22,43 +20,30 @@ double const notANumber = std::numeric_limits<double>::quiet_NaN();
 
 TEST(PlatformTypes, NumbersHaveTheShortestTextThatReadsBack)
 {
-    std::pair<double, char const*> const rows[] = {
-        { 0.25, "0.25" },      { 1, "1" },
-        { 1e30, "1e+30" },     { 10000, "10000" },
-        { 100000, "1e+05" },   { 5e-324, "5e-324" },
-        { -0.0, "-0" },        { 0.1 + 0.2, "0.30000000000000004" },
-        { -infinity, "-inf" }, { -1.7976931348623157e308, "-1.7976931348623157e+308" }
-    };
+    std::pair<double, char const*> const rows[] = { { 0.25, "0.25" },   { 1, "1" },     { 1e30, "1e+30" },
+                                                    { 10000, "10000" }, { -0.0, "-0" }, { 0.1 + 0.2, "0.30000000000000004" } };
     for (auto const& [value, text] : rows)
         EXPECT_EQ(NyDOUBLE2STRING(value), text);
+    EXPECT_EQ(NyDOUBLE2STRING(std::numeric_limits<double>::lowest()), "-1.7976931348623157e+308"); // none is longer
     EXPECT_EQ(NyINT2STRING(std::numeric_limits<int>::min()), "-2147483648");
 }
 
 TEST(PlatformTypes, NormalizeReachesUnitLengthFromAnySize)
 {
-    NyOrientation const unit(0.5, -0.5, 0.5, -0.5);
-    for (double size : { 2.0, 1.0, 3e-200, 1e200, 4e-320, 1.7e308 }) {
-        NyOrientation orientation(size, -size, size, -size);
+    auto const normalized = [](NyOrientation orientation) {
         orientation.normalize();
-        EXPECT_EQ(orientation, unit) << size;
-    }
-    NyOrientation mixed(3e-200, 0, 0, 4e-200);
-    mixed.normalize();
-    EXPECT_DOUBLE_EQ(mixed.q0(), 0.6);
-    EXPECT_DOUBLE_EQ(mixed.q3(), 0.8);
-
-    for (NyOrientation const& kept : { NyOrientation(0, 0, 0, 0), NyOrientation(infinity, 1, 2, 3) }) {
-        NyOrientation orientation = kept;
-        orientation.normalize();
-        EXPECT_EQ(orientation, kept);
-    }
-    NyOrientation withNaN(2, notANumber, 0, 0);
-    withNaN.normalize();
-    EXPECT_EQ(withNaN.q0(), 2);
+        return orientation;
+    };
+    for (double size : { 2.0, 3e-200, 1e200, 4e-320, 1.7e308 })
+        EXPECT_EQ(normalized(NyOrientation(size, -size, size, -size)), NyOrientation(0.5, -0.5, 0.5, -0.5)) << size;
+    for (NyOrientation const& kept : { NyOrientation(0, 0, 0, 0), NyOrientation(infinity, 1, 2, 3) })
+        EXPECT_EQ(normalized(kept), kept);
+    EXPECT_EQ(normalized(NyOrientation(2, notANumber, 0, 0)).q0(), 2);
 }
 
+/// What is left of the value 7 by an extraction from the text.
 template <class Unit>
-std::string extracted(std::string const& text)
+std::string extracted(char const* text)
 {
     Unit value = 7.0;
     std::istringstream stream(text);
@@ -72,24 +57,16 @@ TEST(PlatformTypes, UnitsPassThroughStreamsAsNumbers)
 {
     struct {
         char const *text, *angle, *nonNegReal;
-    } const rows[] = {
-        { " 1.23456 rest", "1.23", "1.23" }, { "-2", "-2", "7 failed" },      { "-0", "-0", "0" },
-        { "", "7 failed", "7 failed" },      { "x", "7 failed", "7 failed" }, { "1e999", "7 failed", "7 failed" }
-    };
+    } const rows[] = { { " 1.23456 rest", "1.23", "1.23" },
+                       { "-2", "-2", "7 failed" },
+                       { "x", "7 failed", "7 failed" },
+                       { "1e999", "7 failed", "7 failed" } };
     for (auto const& row : rows) {
         EXPECT_EQ(extracted<NyAngle>(row.text), row.angle) << row.text;
         EXPECT_EQ(extracted<NyNonNegReal>(row.text), row.nonNegReal) << row.text;
     }
-}
-
-TEST(PlatformTypes, NonNegRealHoldsItsLimit)
-{
-    for (double value : { -1.0, -0.0, notANumber, -infinity }) {
-        NyNonNegReal const limited = value;
-        EXPECT_EQ(limited, 0.0);
-        EXPECT_FALSE(std::signbit(limited));
-    }
-    EXPECT_EQ(NyNonNegReal(infinity), infinity);
+    for (double value : { -1.0, -0.0, notANumber })
+        EXPECT_FALSE(NyNonNegReal(value) != 0.0 || std::signbit(NyNonNegReal(value))) << value;
     EXPECT_TRUE(NyNonNegReal(1) < NyNonNegReal(2) && NyAngle(-1) < 0 && NyAngle(3) == NyAngle(3) && NyAngle(3) != 4);
 }
 
@@ -98,19 +75,9 @@ TEST(PlatformTypes, DllLoaderAnswersForItsOwnLibraryOnly)
     NyDllLoader loader;
     EXPECT_EQ(loader.getFunction("malloc"), nullptr); // nothing loaded: the process has one, the loader has not
     EXPECT_EQ(loader.loadDll("", "", false), nullptr);
-    EXPECT_EQ(loader.loadDll("no such library.nyp", "nyp", false), nullptr);
-    ASSERT_NE(loader.loadDll("libm.so.6", "6", false), nullptr);
-    EXPECT_NE(loader.getFunction("cos"), nullptr);
-    EXPECT_EQ(loader.getFunction("getClassToken"), nullptr);
+    EXPECT_NE(loader.loadDll("libm.so.6", "6", false), nullptr);
     EXPECT_EQ(loader.loadDll("no such library.nyp", "nyp", false), nullptr);
     EXPECT_EQ(loader.getFunction("cos"), nullptr); // the failure made it forget libm
-}
-
-TEST(PlatformTypes, LibraryStaysWhenItsLoaderGoes)
-{
-    char const* const name = "libanl.so.1"; // comes with the C library, and hardly anything is linked with it
-    ASSERT_NE(std::make_unique<NyDllLoader>()->loadDll(name, "1", false), nullptr);
-    EXPECT_NE(dlopen(name, RTLD_NOW | RTLD_NOLOAD), nullptr);
 }
 
 } // namespace
