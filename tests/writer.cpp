@@ -13,8 +13,8 @@ namespace {
 
 std::string const instance = R"(xmlns:xsi="http://www.w3.org/2001/XMLSchema-instance")";
 
-/// Makes the calls that a line of words names: `<ns#a` start tag, `+a` start tag in the parent's namespace, `@a` attribute name, `=text` data,
-/// `#7` an inserted number, `:3` columns, `/` end tag.
+/// Makes the calls that a line of words names: `<ns#a` start tag, `+a` start tag in the parent's namespace, `@a` attribute name,
+/// `=text` data, `#1.5` an inserted number, `:3` columns, `/` end tag.
 void play(NyXmlWriter& writer, std::string const& calls)
 {
     std::istringstream words(calls);
@@ -25,7 +25,7 @@ void play(NyXmlWriter& writer, std::string const& calls)
         case '+': writer.writeStartTagUsingParentNamespace(rest); break;
         case '@': writer.setAttributeName(rest); break;
         case '=': writer.data(rest); break;
-        case '#': writer << std::stoi(rest); break;
+        case '#': writer << std::stod(rest); break;
         case ':': writer.setNumOfContentColumns(static_cast<unsigned int>(std::stoul(rest))); break;
         case '/': writer.writeEndTag(); break;
         default: ADD_FAILURE() << word;
@@ -50,9 +50,7 @@ TEST(Writer, SmallDocument)
 {
     std::ostringstream stream;
     NyXmlWriter writer("model.xml", stream);
-    play(writer, "<urn:demo/shapes#root @id #7 +size");
-    writer << 1.5;
-    play(writer, "/ +note / /");
+    play(writer, "<urn:demo/shapes#root @id #7 +size #1.5 / +note / /");
     EXPECT_EQ(stream.str(),
               "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<root " + instance +
                   "\n  xsi:schemaLocation=\"urn:demo/shapes\n  model.shapes.xsd\" xmlns=\"urn:demo/shapes\" id=\"7\">\n"
@@ -150,15 +148,6 @@ TEST(Writer, SchemaFileIsNamedAfterDocumentAndNamespace)
 
 TEST(Writer, LanguagesAndDefaultsReachTheirWriters)
 {
-    struct Restore {
-        std::string const indent = NyXmlWriter::defaultIndent();
-        ~Restore()
-        {
-            NyXmlWriter::setDefaultLanguageSelection(NyXmlWriter::LANGUAGE_XML);
-            NyXmlWriter::setDefaultIndent(indent);
-            NyXmlWriter::setDefaultForWriteDefaultDataFlag(true);
-        }
-    } const restore;
     auto const settings = [](NyXmlWriter const& w) {
         return w.indent() + '|' + w.header() + '|' + w.styleSheet() + '|' + w.schemaInstance() + '|' + w.schemaLocation() + '|' +
                (w.writeDefaultDataFlag() ? "all" : "changed");
@@ -174,7 +163,11 @@ TEST(Writer, LanguagesAndDefaultsReachTheirWriters)
     NyXmlWriter::setDefaultLanguageSelection(unknown);
     NyXmlWriter::setDefaultForWriteDefaultDataFlag(false);
     NyXmlWriter late("m.xml", stream);
+    NyXmlWriter::setDefaultLanguageSelection(NyXmlWriter::LANGUAGE_XML);
+    NyXmlWriter::setDefaultIndent(" ");
+    NyXmlWriter::setDefaultForWriteDefaultDataFlag(true);
     EXPECT_EQ(settings(late), qcml + "changed");
+    EXPECT_EQ(settings(early), untouched);
 
     early.setLanguageSelection(unknown);
     EXPECT_EQ(settings(early), untouched);
@@ -190,17 +183,13 @@ TEST(Writer, LanguagesAndDefaultsReachTheirWriters)
 TEST(Writer, CopyGoesOnWhereTheSourceStands)
 {
     std::ostringstream stream, other;
-    NyXmlWriter writer("d.xml", stream);
-    play(writer, "<x/v#r +a");
-    writer << 0.1;
+    NyXmlWriter writer("d.xml", stream), assigned("e.xml", other);
+    play(writer, "<x/v#r +a #0.1");
     std::string const head = stream.str();
-    NyXmlWriter copy(writer), assigned("e.xml", other);
-    copy << 0.1;
-    copy.writeEndTag();
+    NyXmlWriter copy(writer);
+    play(copy, "#0.1 /");
     assigned = copy; // keeps its stream and its digits
-    play(assigned, "<x/v#b");
-    assigned << 0.1;
-    assigned.writeEndTag();
+    play(assigned, "<x/v#b #0.1 /");
     EXPECT_EQ(stream.str(), head + ">0.10000000000000000555 0.1</a>\n");
     EXPECT_EQ(other.str(), " <b>0.10000000000000000555</b>\n");
 }
@@ -264,29 +253,18 @@ TEST(Writer, SubclassSeesEveryCall)
 TEST(Writer, MirroredCallsDescribeTheDocument)
 {
     ScratchDirectory directory;
-    std::ostringstream stream, mirrored, direct;
+    std::ostringstream stream, schema;
     WatchedWriter::setDefaultSchemaWriter(true);
     {
-        NyXmlWriter writer(directory.path("mirrored.xml"), stream);
+        NyXmlWriter writer(directory.path("d.xml"), stream);
         WatchedWriter::setDefaultSchemaWriter(false);
-        play(writer, "<x/v#r @b");
-        writer << true;
-        play(writer, "+a #1 / /");
-        EXPECT_FALSE(std::filesystem::exists(directory.path("mirrored.v.xsd")));
+        play(writer, "<x/v#r @b #1 +a #1.5 / /");
+        EXPECT_FALSE(std::filesystem::exists(directory.path("d.v.xsd")));
     }
-    NyXmlSchema schema;
-    schema.writeStartTag("x/v#r", NyXmlSchemaElementType::XML_STARTTAG_SINGLE);
-    schema.setAttributeName("b");
-    schema.setType(typeid(bool));
-    schema.writeStartTag("x/v#a", NyXmlSchemaElementType::XML_STARTTAG_SINGLE);
-    schema.setType(typeid(int));
-    schema.writeEndTag();
-    schema.writeEndTag();
-    schema.write(directory.path("direct.xml"));
-    mirrored << std::ifstream(directory.path("mirrored.v.xsd")).rdbuf();
-    direct << std::ifstream(directory.path("direct.v.xsd")).rdbuf();
-    EXPECT_EQ(mirrored.str(), direct.str());
-    EXPECT_FALSE(direct.str().empty());
+    schema << std::ifstream(directory.path("d.v.xsd")).rdbuf();
+    for (auto const& part : { R"(<element name="r" type="v:r.Type")", R"(  <element name="a" type="double")",
+                              R"(<attribute name="b" type="double"/>)" })
+        EXPECT_NE(schema.str().find(part), std::string::npos) << schema.str();
 }
 
 } // namespace
