@@ -124,7 +124,7 @@ void NyXmlItems::writeItems(NyXmlWriter& writer, unsigned int size, NyXmlItemSou
     }
 }
 
-void NyXmlItems::writeSchema(NyXmlSchema& schema, NyXmlObject const& item)
+void NyXmlItems::writeSchema(NyXmlSchema& schema, NyXmlObject const& item, bool hasRun)
 {
     schema.setAttributeName(NyXml::NyCountToken);
     NyXmlBasicType<unsigned int>().writeSchema(schema);
@@ -133,7 +133,7 @@ void NyXmlItems::writeSchema(NyXmlSchema& schema, NyXmlObject const& item)
     item.writeSchema(schema);
     schema.writeEndTag();
 
-    if (item.isBasicType()) {
+    if (hasRun) {
         schema.writeStartTagUsingParentNamespace(NyXml::NyGroupToken, NyXmlSchemaElementType::XML_STARTTAG_SINGLE);
         item.writeSchema(schema); // twice: the second type on the same content is what tells the builder of a run
         item.writeSchema(schema);

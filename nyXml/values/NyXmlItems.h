@@ -98,8 +98,8 @@ NYXML_EXPORT void writeSize(NyXmlWriter& writer, unsigned int size);
 /// Writes the body: one run around the items that are basic, one element for each of the others. Asked item by item.
 NYXML_EXPORT void writeItems(NyXmlWriter& writer, unsigned int size, NyXmlItemSource& items);
 
-/// Describes size, element and, for an item that is basic, the run. \param item  a default one
-NYXML_EXPORT void writeSchema(NyXmlSchema& schema, NyXmlObject const& item);
+/// Describes size, element and, if there may be one, the run. \param item  a default one
+NYXML_EXPORT void writeSchema(NyXmlSchema& schema, NyXmlObject const& item, bool hasRun);
 
 /// Describes an element that holds a key: the sets' and lists' description. \param item  a default one
 NYXML_EXPORT void writeKeySchema(NyXmlSchema& schema, NyXmlObject const& item);

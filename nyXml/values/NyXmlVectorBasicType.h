@@ -234,7 +234,7 @@ template <class B>
 bool NyXmlVectorBasicType<B>::writeSchema(NyXmlSchema& schema) const
 {
     bool const result = NyXmlObject::writeSchema(schema);
-    NyXmlItems::writeSchema(schema, B());
+    NyXmlItems::writeSchema(schema, B(), true); // of strings, too: a run of words is no form that we write, but one that we read
     return result;
 }
 

@@ -171,7 +171,8 @@ template <class E>
 bool NyXmlVectorType<E>::writeSchema(NyXmlSchema& schema) const
 {
     bool const result = NyXmlObject::writeSchema(schema);
-    NyXmlItems::writeSchema(schema, E());
+    E item;
+    NyXmlItems::writeSchema(schema, item, item.isBasicType());
     return result;
 }
 
