@@ -172,20 +172,19 @@ bool NyXmlItems::canErase(char const* where, unsigned int first, unsigned int la
     return true;
 }
 
-NyXmlWriter* NyXmlItems::openDocument(std::ostream& stream, std::string const& fileName, NyToken const& rootTag)
+bool NyXmlItems::writeHeader(NyXmlObject const& sequence, std::ostream& stream, NyXmlWriter*& writer, std::string const& fileName,
+                             NyToken const& rootTag, unsigned int size, bool isRun)
 {
     if (stream.fail())
-        return nullptr;
-    auto writer = std::make_unique<NyXmlWriter>(fileName, stream);
-    writer->writeStartTag(rootTag);
-    return writer.release();
-}
-
-void NyXmlItems::writeHeader(NyXmlWriter& writer, unsigned int size, bool isRun)
-{
-    writeSize(writer, size);
+        return false;
+    auto document = std::make_unique<NyXmlWriter>(fileName, stream);
+    document->writeStartTag(rootTag);
+    sequence.NyXmlObject::write(*document); // its own write() would write all of it
+    writeSize(*document, size);
     if (isRun)
-        writer.writeStartTagUsingParentNamespace(NyXml::NyGroupToken);
+        document->writeStartTagUsingParentNamespace(NyXml::NyGroupToken);
+    writer = document.release();
+    return true;
 }
 
 bool NyXmlItems::writeBody(NyXmlWriter* writer, unsigned int size, NyXmlItemSource& items)
@@ -197,7 +196,7 @@ bool NyXmlItems::writeBody(NyXmlWriter* writer, unsigned int size, NyXmlItemSour
     return true;
 }
 
-bool NyXmlItems::closeDocument(NyXmlWriter*& writer, bool isRun)
+bool NyXmlItems::writeFooter(NyXmlWriter*& writer, bool isRun)
 {
     if (writer == nullptr)
         return false;

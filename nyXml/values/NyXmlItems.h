@@ -110,14 +110,15 @@ NYXML_EXPORT bool canErase(char const* where, unsigned int first, unsigned int l
 
 // A sequence written in pieces, so that an application need not hold it: header, items, footer. `isRun` says that the items are basic.
 
-/// Starts a document: its writer and the root tag. \return the caller's; null if the stream has failed
-[[nodiscard]] NYXML_EXPORT NyXmlWriter* openDocument(std::ostream& stream, std::string const& fileName, NyToken const& rootTag);
-/// The size attribute, and the tag of the run.
-NYXML_EXPORT void writeHeader(NyXmlWriter& writer, unsigned int size, bool isRun);
+/// Starts a document with the root tag, the size attribute and the tag of the run.
+/// \param writer  set to the document's writer, which writeFooter() deletes
+/// \return false, and nothing has changed, if the stream has failed
+NYXML_EXPORT bool writeHeader(NyXmlObject const& sequence, std::ostream& stream, NyXmlWriter*& writer,
+                              std::string const& fileName, NyToken const& rootTag, unsigned int size, bool isRun);
 /// Items without the tags of the run. \return false for a null writer
 NYXML_EXPORT bool writeBody(NyXmlWriter* writer, unsigned int size, NyXmlItemSource& items);
 /// Ends run and root, deletes the writer and sets it to null. \return false for a null writer
-NYXML_EXPORT bool closeDocument(NyXmlWriter*& writer, bool isRun);
+NYXML_EXPORT bool writeFooter(NyXmlWriter*& writer, bool isRun);
 
 } // namespace NyXmlItems
 

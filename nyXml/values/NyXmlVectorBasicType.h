@@ -8,9 +8,9 @@
 #include <nyXml/reader/NyXmlReader.h>
 #include <nyXml/reader/NyXmlWordSink.h>
 #include <nyXml/values/NyXmlBasicType.h>
+#include <nyXml/values/NyXmlItemVector.h>
 #include <nyXml/values/NyXmlItems.h>
 
-#include <algorithm>
 #include <cstddef>
 #include <iosfwd>
 #include <string>
@@ -72,19 +72,29 @@ public:
     virtual void pushBack(B const& item) { m_theVector.push_back(item.value()); }
     /// Erases the items from \p first up to but not including \p last. \return false, with a report of print type 4, if there is no such
     /// range; nothing is erased then
-    virtual bool erase(unsigned int first, unsigned int last);
-    virtual bool erase(unsigned int index); ///< the same for one item
+    virtual bool erase(unsigned int first, unsigned int last)
+    {
+        return NyXmlItems::erase(m_theVector, __PRETTY_FUNCTION__, first, last);
+    }
+    virtual bool erase(unsigned int index) ///< the same for one item
+    {
+        return NyXmlItems::erase(m_theVector, NyXmlItems::vectorBasicType, __PRETTY_FUNCTION__, index);
+    }
     virtual std::vector<T> const& vectorContainer() const { return m_theVector; }
     virtual std::vector<T>& vectorContainer() { return m_theVector; }
     virtual void reserve(unsigned int count) { m_theVector.reserve(count); }
     virtual void resize(unsigned int count) { m_theVector.resize(count); }
-    virtual void resizeToAtLeast(unsigned int count); ///< never shrinks
+    virtual void resizeToAtLeast(unsigned int count) ///< never shrinks
+    {
+        if (size() < count)
+            resize(count);
+    }
     virtual void clear() { m_theVector.clear(); }
     virtual void assign(unsigned int count, T const& value) { m_theVector = std::vector<T>(count, value); }
     virtual void assign(unsigned int count, B const& item) { m_theVector = std::vector<T>(count, item.value()); }
     virtual unsigned int size() const { return static_cast<unsigned int>(m_theVector.size()); }
     /// Makes the item at \p index the first and keeps the order cyclically. \return false if there is no such item
-    virtual bool leftRotate(unsigned int index);
+    virtual bool leftRotate(unsigned int index) { return NyXmlItems::leftRotate(m_theVector, index); }
 
     /// Begins a document of a sequence that need not be in memory as a whole: header, then body or items, then footer.
     ///
@@ -92,11 +102,21 @@ public:
     /// \param writer  set to a new writer, which writeFooterToStream() deletes; left alone on failure
     /// \return false if the stream has failed
     virtual bool writeHeaderToStream(std::ostream& stream, NyXmlWriter*& writer, std::string const& fileName,
-                                     NyToken const& rootTag) const;
-    virtual bool writeBodyToStream(NyXmlWriter* writer) const;                    ///< our items. \return false for a null writer
-    virtual bool appendElementToStream(NyXmlWriter* writer, B const& item) const; ///< one item. \return false for a null writer
-    virtual bool writeFooterToStream(NyXmlWriter*& writer) const;                 ///< \return false for a null writer
-    virtual void append(NyXmlVectorBasicType const& other);
+                                     NyToken const& rootTag) const
+    {
+        return NyXmlItems::writeHeader(*this, stream, writer, fileName, rootTag, size(), B().isBasicType());
+    }
+    /// Writes our items. \return false for a null writer
+    virtual bool writeBodyToStream(NyXmlWriter* writer) const;
+    /// Writes one item. \return false for a null writer
+    virtual bool appendElementToStream(NyXmlWriter* writer, B const& item) const
+    {
+        NyXmlObjectSource<B const*> items(&item);
+        return NyXmlItems::writeBody(writer, 1, items);
+    }
+    /// Ends the document and deletes the writer. \return false for a null writer
+    virtual bool writeFooterToStream(NyXmlWriter*& writer) const { return NyXmlItems::writeFooter(writer, B().isBasicType()); }
+    virtual void append(NyXmlVectorBasicType const& other) { NyXmlItems::append(m_theVector, other.m_theVector); }
 
     NyXmlVectorBasicType& operator=(NyXmlVectorBasicType const& other)
     {
@@ -133,12 +153,7 @@ class NyXmlVectorBasicType<B>::Sink final : public NyXmlItemSink, private NyXmlW
 public:
     explicit Sink(std::vector<T>& items) : m_items(items) {}
 
-    void expect(int count) override
-    {
-        std::size_t const room = NyXmlItems::believable(count, sizeof(T));
-        if (m_items.capacity() < room)
-            m_items.reserve(room);
-    }
+    void expect(int count) override { m_items.reserve(NyXmlItems::believable(count, sizeof(T))); }
 
     void readItem(NyXmlReader& reader) override
     {
@@ -239,78 +254,10 @@ bool NyXmlVectorBasicType<B>::writeSchema(NyXmlSchema& schema) const
 }
 
 template <class B>
-bool NyXmlVectorBasicType<B>::erase(unsigned int first, unsigned int last)
-{
-    if (!NyXmlItems::canErase(__PRETTY_FUNCTION__, first, last, size()))
-        return false;
-    m_theVector.erase(m_theVector.begin() + first, m_theVector.begin() + last);
-    return true;
-}
-
-template <class B>
-bool NyXmlVectorBasicType<B>::erase(unsigned int index)
-{
-    if (!NyXmlItems::canErase(NyXmlItems::vectorBasicType, __PRETTY_FUNCTION__, index, size()))
-        return false;
-    m_theVector.erase(m_theVector.begin() + index);
-    return true;
-}
-
-template <class B>
-void NyXmlVectorBasicType<B>::resizeToAtLeast(unsigned int count)
-{
-    if (size() < count)
-        resize(count);
-}
-
-template <class B>
-bool NyXmlVectorBasicType<B>::leftRotate(unsigned int index)
-{
-    if (index >= size())
-        return false;
-    std::rotate(m_theVector.begin(), m_theVector.begin() + index, m_theVector.end());
-    return true;
-}
-
-template <class B>
-bool NyXmlVectorBasicType<B>::writeHeaderToStream(std::ostream& stream, NyXmlWriter*& writer, std::string const& fileName,
-                                                  NyToken const& rootTag) const
-{
-    NyXmlWriter* const document = NyXmlItems::openDocument(stream, fileName, rootTag);
-    if (document == nullptr)
-        return false;
-    writer = document;
-    NyXmlObject::write(*writer);
-    NyXmlItems::writeHeader(*writer, size(), B().isBasicType());
-    return true;
-}
-
-template <class B>
 bool NyXmlVectorBasicType<B>::writeBodyToStream(NyXmlWriter* writer) const
 {
     Source items(m_theVector);
     return NyXmlItems::writeBody(writer, size(), items);
-}
-
-template <class B>
-bool NyXmlVectorBasicType<B>::appendElementToStream(NyXmlWriter* writer, B const& item) const
-{
-    NyXmlObjectSource<B const*> items(&item);
-    return NyXmlItems::writeBody(writer, 1, items);
-}
-
-template <class B>
-bool NyXmlVectorBasicType<B>::writeFooterToStream(NyXmlWriter*& writer) const
-{
-    return NyXmlItems::closeDocument(writer, B().isBasicType());
-}
-
-template <class B>
-void NyXmlVectorBasicType<B>::append(NyXmlVectorBasicType const& other)
-{
-    std::size_t const count = other.m_theVector.size(); // counted first and taken by index: other may be this very sequence
-    for (std::size_t i = 0; i < count; ++i)
-        m_theVector.push_back(other.m_theVector[i]);
 }
 
 extern template class NyXmlVectorBasicType<NyXmlBasicType<char>>;

@@ -6,6 +6,7 @@
 #include <nyXml/platform/NyXmlExport.h>
 #include <nyXml/traversal/NyXmlObjectVisitor.h>
 #include <nyXml/values/NyXmlBasicType.h>
+#include <nyXml/values/NyXmlItemVector.h>
 #include <nyXml/values/NyXmlItems.h>
 #include <nyXml/values/NyXmlOrientation.h>
 #include <nyXml/values/NyXmlPairType.h>
@@ -13,7 +14,6 @@
 #include <nyXml/values/NyXmlVectorBasicType.h>
 #include <nyXml/values/NyXmlVectorVector.h>
 
-#include <algorithm>
 #include <iosfwd>
 #include <string>
 #include <type_traits>
@@ -68,18 +68,28 @@ public:
     virtual void pushBack(E const& item) { m_theVector.push_back(item); }
     /// Erases the items from \p first up to but not including \p last. \return false, with a report of print type 4, if there is no such
     /// range; nothing is erased then
-    virtual bool erase(unsigned int first, unsigned int last);
-    virtual bool erase(unsigned int index); ///< the same for one item
+    virtual bool erase(unsigned int first, unsigned int last)
+    {
+        return NyXmlItems::erase(m_theVector, __PRETTY_FUNCTION__, first, last);
+    }
+    virtual bool erase(unsigned int index) ///< the same for one item
+    {
+        return NyXmlItems::erase(m_theVector, NyXmlItems::vectorType, __PRETTY_FUNCTION__, index);
+    }
     virtual std::vector<E> const& vectorContainer() const { return m_theVector; }
     virtual std::vector<E>& vectorContainer() { return m_theVector; }
     virtual void reserve(unsigned int count) { m_theVector.reserve(count); }
     virtual void resize(unsigned int count) { m_theVector.resize(count); }
-    virtual void resizeToAtLeast(unsigned int count); ///< never shrinks
+    virtual void resizeToAtLeast(unsigned int count) ///< never shrinks
+    {
+        if (size() < count)
+            resize(count);
+    }
     virtual void clear() { m_theVector.clear(); }
     virtual void assign(unsigned int count, E const& item) { m_theVector = std::vector<E>(count, item); }
     virtual unsigned int size() const { return static_cast<unsigned int>(m_theVector.size()); }
     /// Makes the item at \p index the first and keeps the order cyclically. \return false if there is no such item
-    virtual bool leftRotate(unsigned int index);
+    virtual bool leftRotate(unsigned int index) { return NyXmlItems::leftRotate(m_theVector, index); }
 
     /// Begins a document of a sequence that need not be in memory as a whole: header, then body or items, then footer.
     ///
@@ -87,11 +97,21 @@ public:
     /// \param writer  set to a new writer, which writeFooterToStream() deletes; left alone on failure
     /// \return false if the stream has failed
     virtual bool writeHeaderToStream(std::ostream& stream, NyXmlWriter*& writer, std::string const& fileName,
-                                     NyToken const& rootTag) const;
-    virtual bool writeBodyToStream(NyXmlWriter* writer) const;                    ///< our items. \return false for a null writer
-    virtual bool appendElementToStream(NyXmlWriter* writer, E const& item) const; ///< one item. \return false for a null writer
-    virtual bool writeFooterToStream(NyXmlWriter*& writer) const;                 ///< \return false for a null writer
-    virtual void append(NyXmlVectorType const& other);
+                                     NyToken const& rootTag) const
+    {
+        return NyXmlItems::writeHeader(*this, stream, writer, fileName, rootTag, size(), E().isBasicType());
+    }
+    /// Writes our items. \return false for a null writer
+    virtual bool writeBodyToStream(NyXmlWriter* writer) const;
+    /// Writes one item. \return false for a null writer
+    virtual bool appendElementToStream(NyXmlWriter* writer, E const& item) const
+    {
+        NyXmlObjectSource<E const*> items(&item);
+        return NyXmlItems::writeBody(writer, 1, items);
+    }
+    /// Ends the document and deletes the writer. \return false for a null writer
+    virtual bool writeFooterToStream(NyXmlWriter*& writer) const { return NyXmlItems::writeFooter(writer, E().isBasicType()); }
+    virtual void append(NyXmlVectorType const& other) { NyXmlItems::append(m_theVector, other.m_theVector); }
 
     NyXmlVectorType& operator=(NyXmlVectorType const& other)
     {
@@ -128,12 +148,7 @@ class NyXmlVectorType<E>::Sink final : public NyXmlItemSink {
 public:
     explicit Sink(std::vector<E>& items) : m_items(items) {}
 
-    void expect(int count) override
-    {
-        std::size_t const room = NyXmlItems::believable(count, sizeof(E));
-        if (m_items.capacity() < room)
-            m_items.reserve(room);
-    }
+    void expect(int count) override { m_items.reserve(NyXmlItems::believable(count, sizeof(E))); }
 
     void readItem(NyXmlReader& reader) override
     {
@@ -177,78 +192,10 @@ bool NyXmlVectorType<E>::writeSchema(NyXmlSchema& schema) const
 }
 
 template <class E>
-bool NyXmlVectorType<E>::erase(unsigned int first, unsigned int last)
-{
-    if (!NyXmlItems::canErase(__PRETTY_FUNCTION__, first, last, size()))
-        return false;
-    m_theVector.erase(m_theVector.begin() + first, m_theVector.begin() + last);
-    return true;
-}
-
-template <class E>
-bool NyXmlVectorType<E>::erase(unsigned int index)
-{
-    if (!NyXmlItems::canErase(NyXmlItems::vectorType, __PRETTY_FUNCTION__, index, size()))
-        return false;
-    m_theVector.erase(m_theVector.begin() + index);
-    return true;
-}
-
-template <class E>
-void NyXmlVectorType<E>::resizeToAtLeast(unsigned int count)
-{
-    if (size() < count)
-        resize(count);
-}
-
-template <class E>
-bool NyXmlVectorType<E>::leftRotate(unsigned int index)
-{
-    if (index >= size())
-        return false;
-    std::rotate(m_theVector.begin(), m_theVector.begin() + index, m_theVector.end());
-    return true;
-}
-
-template <class E>
-bool NyXmlVectorType<E>::writeHeaderToStream(std::ostream& stream, NyXmlWriter*& writer, std::string const& fileName,
-                                             NyToken const& rootTag) const
-{
-    NyXmlWriter* const document = NyXmlItems::openDocument(stream, fileName, rootTag);
-    if (document == nullptr)
-        return false;
-    writer = document;
-    NyXmlObject::write(*writer);
-    NyXmlItems::writeHeader(*writer, size(), E().isBasicType());
-    return true;
-}
-
-template <class E>
 bool NyXmlVectorType<E>::writeBodyToStream(NyXmlWriter* writer) const
 {
     Source items(m_theVector.begin());
     return NyXmlItems::writeBody(writer, size(), items);
-}
-
-template <class E>
-bool NyXmlVectorType<E>::appendElementToStream(NyXmlWriter* writer, E const& item) const
-{
-    NyXmlObjectSource<E const*> items(&item);
-    return NyXmlItems::writeBody(writer, 1, items);
-}
-
-template <class E>
-bool NyXmlVectorType<E>::writeFooterToStream(NyXmlWriter*& writer) const
-{
-    return NyXmlItems::closeDocument(writer, E().isBasicType());
-}
-
-template <class E>
-void NyXmlVectorType<E>::append(NyXmlVectorType const& other)
-{
-    std::size_t const count = other.m_theVector.size(); // counted first and taken by index: other may be this very sequence
-    for (std::size_t i = 0; i < count; ++i)
-        m_theVector.push_back(other.m_theVector[i]);
 }
 
 // The nested forms count as items like any other.
