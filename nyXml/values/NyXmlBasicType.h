@@ -15,6 +15,27 @@
 #include <typeinfo>
 #include <utility>
 
+/// Comparison of a value with a plain one, such as `mass == 1`, which else could not choose between converting the one or the other side.
+/// For the value classes' own use.
+namespace NyXmlPlainValue {
+
+/// Whether a U may stand for a T: it converts to it and is no object.
+template <class U, class T>
+inline constexpr bool isFor = std::is_convertible_v<U const&, T> && !std::is_base_of_v<NyXmlObject, U>;
+
+template <class T, class U>
+bool equal(T const& value, U const& plain)
+{
+    if constexpr (std::is_arithmetic_v<T> && std::is_arithmetic_v<U>) {
+        using Common = std::common_type_t<T, U>; // what == would convert to, said aloud
+        return static_cast<Common>(value) == static_cast<Common>(plain);
+    } else {
+        return value == plain;
+    }
+}
+
+} // namespace NyXmlPlainValue
+
 /// A value that stands in a document as one text: an element's content, an attribute or a word of a run.
 ///
 /// Reading is the same for all of them and rests on setValueFromString().
@@ -129,16 +150,10 @@ public:
     {
         return NyXmlObject::operator==(other) && m_theValue == other.m_theValue;
     }
-    /// With a plain value. Without this `mass == 1` could not choose between converting the one or the other side.
-    template <class U, class = std::enable_if_t<std::is_convertible_v<U const&, T> && !std::is_base_of_v<NyXmlObject, U>>>
+    template <class U, class = std::enable_if_t<NyXmlPlainValue::isFor<U, T>>>
     bool operator==(U const& value) const
     {
-        if constexpr (std::is_arithmetic_v<T> && std::is_arithmetic_v<U>) {
-            using Common = std::common_type_t<T, U>; // what == would convert to, said aloud
-            return static_cast<Common>(m_theValue) == static_cast<Common>(value);
-        } else {
-            return m_theValue == value;
-        }
+        return NyXmlPlainValue::equal(m_theValue, value);
     }
     bool operator<(NyXmlBasicType const& other) const { return m_theValue < other.m_theValue; }
 

@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <string>
+#include <type_traits>
 #include <typeinfo>
 #include <vector>
 
@@ -156,6 +157,11 @@ public:
             return false;
         return !this->xmlInitialized() || !other.xmlInitialized() ||
                (m_theEnumValues == other.m_theEnumValues && m_theEnumStrings == other.m_theEnumStrings);
+    }
+    template <class U, class = std::enable_if_t<NyXmlPlainValue::isFor<U, T>>>
+    bool operator==(U const& value) const
+    {
+        return NyXmlPlainValue::equal(m_theValue, value);
     }
     bool operator<(NyXmlEnumType const& other) const { return m_theValue < other.m_theValue; }
     operator T const&() const { return m_theValue; }
