@@ -4,7 +4,9 @@
 #include <nyXml/platform/NyXmlExport.h>
 #include <nyXml/values/NyXmlBasicType.h>
 
+#include <array>
 #include <string>
+#include <string_view>
 
 /// Any bytes, zero bytes included, as base64 text in a document: `<blob>aGVsbG8=</blob>`.
 ///
@@ -31,8 +33,8 @@ public:
     void setFromString(std::string const& text);
 
 private:
-    static char const m_EncodeTable[65];  ///< the character of each 6 bits
-    static char const m_DecodeTable[256]; ///< the 6 bits of each character, -1 for what is none of the alphabet
+    static std::string_view const m_EncodeTable;      ///< the character of each 6 bits
+    static std::array<char, 256> const m_DecodeTable; ///< the 6 bits of each character, -1 for what is none of the alphabet
 };
 
 #endif
