@@ -56,24 +56,28 @@ NYXML_EXPORT void give(NyXmlWriter& writer, NyNonNegReal const& value);
 /// The same for a value of any type that has become a text already.
 NYXML_EXPORT void giveText(NyXmlWriter& writer, std::type_info const& type, std::string const& text);
 
+/// What a fresh stream in the classic locale, holding the text, leaves in a value of any type.
+template <class T>
+void extractByStream(std::string_view text, T& value)
+{
+    std::istringstream stream{ std::string(text) };
+    stream.imbue(std::locale::classic());
+    stream >> value;
+}
+
 } // namespace NyXmlText
 
 /// How a T takes its value from a text and gives it to a writer: all that NyXmlBasicType<T> needs to know of T.
 ///
 /// A type of an application gets along with its operators << and >> for standard streams, which meet streams in the classic locale (20
-/// digits for reals on writing), or specialises this template with the same three members.
+/// digits for reals on writing), or specialises this template with the same three members. It has a << then, too: visitors show it so.
 template <class T>
 struct NyXmlTextOf {
     /// Whether the text holds no white space, so that a sequence may write its items as words of one run.
     static constexpr bool isWord = true;
 
-    /// What a fresh stream holding \p text leaves in \p value. Reports nothing.
-    static void take(T& value, std::string_view text)
-    {
-        std::istringstream stream{ std::string(text) };
-        stream.imbue(std::locale::classic());
-        stream >> value;
-    }
+    /// Reports nothing, whatever the text is.
+    static void take(T& value, std::string_view text) { NyXmlText::extractByStream(text, value); }
 
     static void give(NyXmlWriter& writer, T const& value)
     {
@@ -92,7 +96,8 @@ struct NyXmlTextOfScalarOf {
     static void give(NyXmlWriter& writer, T const& value) { NyXmlText::give(writer, value); }
 };
 
-// One row for each. `int` and `double` are the odd ones: they are read as the C library reads, the others as streams do.
+// One row for each. `int` and `double` are the odd ones: they are read as the C library reads, the others as streams do; the unit types
+// by their own operators.
 template <>
 struct NyXmlTextOf<char> : NyXmlTextOfScalarOf<char> {
     static void take(char& value, std::string_view text) { NyXmlText::extract(text, value); }
@@ -126,20 +131,14 @@ struct NyXmlTextOf<bool> : NyXmlTextOfScalarOf<bool> {
     static void take(bool& value, std::string_view text) { NyXmlText::extract(text, value); }
 };
 
-/// The unit types are read by their own extraction operators, and written by the writer as the scalars are.
-template <class T>
-struct NyXmlTextOfUnitOf : NyXmlTextOfScalarOf<T> {
-    static void take(T& value, std::string_view text)
-    {
-        std::istringstream stream{ std::string(text) };
-        stream.imbue(std::locale::classic());
-        stream >> value;
-    }
+template <>
+struct NyXmlTextOf<NyAngle> : NyXmlTextOfScalarOf<NyAngle> {
+    static void take(NyAngle& value, std::string_view text) { NyXmlText::extractByStream(text, value); }
 };
 template <>
-struct NyXmlTextOf<NyAngle> : NyXmlTextOfUnitOf<NyAngle> {};
-template <>
-struct NyXmlTextOf<NyNonNegReal> : NyXmlTextOfUnitOf<NyNonNegReal> {};
+struct NyXmlTextOf<NyNonNegReal> : NyXmlTextOfScalarOf<NyNonNegReal> {
+    static void take(NyNonNegReal& value, std::string_view text) { NyXmlText::extractByStream(text, value); }
+};
 
 /// A string is its text. It may hold blanks, and so it never stands in a run.
 template <>
