@@ -173,8 +173,8 @@ TEST(Containers, MapsReadEntriesAndRefuseWhatIsNone)
         { "<element><key>b b</key><value>2</value></element>" + one, { { "a", 1 }, { "b b", 2 } }, "" },
         { "<element><key>a</key><value/></element>", { { "a", 0 } }, "" },
         { "<element><key></key><value></value></element>", { { "", 0 } }, "" },
-        { "<element><any>a</any><other p='1' q='2'>3</other></element>", { { "a", 3 } }, "" }, // no matter how they are called
-        { one + "<element/>" + one, { { "a", 1 } }, "" },                                      // the map is over, in silence
+        { "<element><k>b</k><v p='1' q='2'>3</v></element>" + one, { { "a", 1 }, { "b", 3 } }, "" }, // however they are called
+        { one + "<element/>" + one, { { "a", 1 } }, "" }, // the map is over, in silence
         { one + "\n<entry><key>b</key></entry>", { { "a", 1 } }, format(2) + "\tExpected element but received entry.\n" },
         { one + "<element><key/><value>1</value></element>", { { "a", 1 } }, format(1) },
         { "<element></element>", {}, format(1) },
