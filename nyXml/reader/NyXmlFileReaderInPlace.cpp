@@ -166,19 +166,20 @@ bool NyXmlFileReader::takeRun(NyXmlWordSink& words)
     if (m_theWay != Way::IN_PLACE || m_theMode != XML_READER_START_TAG)
         return false;
     m_theLineOfRun = lineCountOfFile();
-    for (;;) {
+    // The stream is asked for the same amounts as by findDelimiter(): what a zero byte or a stream that fails takes away is the same.
+    for (bool wholeBlock = false;; wholeBlock = true) {
         std::string_view const text = std::string_view(m_theBlock).substr(std::min(m_theIndex, m_theBlock.size()));
         if (text.find('<') != none)
             return m_isRunContinued;
         // The last word may go on in the next block, and an event needs one word to be content.
         std::size_t const lastWord = text.find_last_of(NyWhiteSpace::characters, text.find_last_not_of(NyWhiteSpace::characters));
-        if (lastWord != none && !NyWhiteSpace::isAll(text.substr(0, lastWord))) {
+        if (wholeBlock && lastWord != none && !NyWhiteSpace::isAll(text.substr(0, lastWord))) {
             words.takeWords(text.substr(0, lastWord));
             moveToIndex(m_theIndex + lastWord);
             m_isRunContinued = true;
         }
-        if (!readBlock(false))
-            return m_isRunContinued; // no end in sight or at all: readXml() knows what to make of it
+        if (!readBlock(wholeBlock) && isStreamAtEnd())
+            return m_isRunContinued; // no end in sight: readXml() knows what to make of it
     }
 }
 
