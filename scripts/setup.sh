@@ -14,10 +14,11 @@ fail() {
 }
 
 # Lines of "<package> <what shows that it is there>": a command, a header as it is included, or a path.
+# xmllint comes along with GoogleTest: the tests and the example validate with it, and do without it where it is not installed anyway.
 packages_for() {
     case $1 in
     build) printf '%s\n' 'g++ g++' 'cmake cmake' 'ninja-build ninja' 'libboost-dev boost/signals2.hpp' \
-        'libcurl4-openssl-dev curl/curl.h' 'libgtest-dev gtest/gtest.h' ;;
+        'libcurl4-openssl-dev curl/curl.h' 'libgtest-dev gtest/gtest.h' 'libxml2-utils gtest/gtest.h' ;;
     bench) printf '%s\n' 'pkg-config pkg-config' 'libbenchmark-dev benchmark/benchmark.h' 'libpugixml-dev pugixml.hpp' \
         'librapidxml-dev rapidxml/rapidxml.hpp' 'libexpat1-dev expat.h' 'libxml2-dev libxml2/libxml/xmlreader.h' ;;
     check) printf '%s\n' 'git git' 'clang-format clang-format' 'pkg-config pkg-config' ;;
