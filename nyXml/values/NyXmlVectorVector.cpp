@@ -2,9 +2,9 @@
 
 #include <nyXml/traversal/NyXmlObjectVisitor.h>
 #include <nyXml/values/NyXmlGeometry.h>
+#include <nyXml/values/NyXmlItemVector.h>
 #include <nyXml/values/NyXmlItems.h>
 
-#include <algorithm>
 #include <string_view>
 #include <typeinfo>
 
@@ -109,10 +109,4 @@ NyToken const& NyXmlVectorVector::token() const { return classToken(); }
 
 NyToken const& NyXmlVectorVector::classToken() { return NyXml::NyVectorTypeToken; }
 
-bool NyXmlVectorVector::leftRotate(unsigned int index)
-{
-    if (index >= size())
-        return false;
-    std::rotate(m_theVectors.begin(), m_theVectors.begin() + index, m_theVectors.end());
-    return true;
-}
+bool NyXmlVectorVector::leftRotate(unsigned int index) { return NyXmlItems::leftRotate(m_theVectors, index); }
