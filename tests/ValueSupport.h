@@ -11,6 +11,17 @@
 #include <sstream>
 #include <string>
 #include <typeinfo>
+#include <vector>
+
+/// The texts between bars.
+inline std::vector<std::string> splitAtBars(std::string const& text)
+{
+    std::vector<std::string> parts;
+    std::istringstream stream(text);
+    for (std::string part; std::getline(stream, part, '|');)
+        parts.push_back(part);
+    return parts;
+}
 
 /// A reader of an application: whatever knows the library's reader by its type has to take the plain way with it.
 class ApplicationReader : public NyXmlReader {
@@ -34,6 +45,15 @@ bool readValue(NyXmlObject& value, std::string const& document, std::string* see
     while (reader.mode() != NyXmlFileReader::XML_READER_EOF && reader.mode() != NyXmlFileReader::XML_READER_ERROR)
         reader.readXml();
     return result;
+}
+
+/// Reads a value from the first attribute of a document's root.
+inline bool readAttributeOf(NyXmlObject& value, std::string const& document)
+{
+    std::istringstream stream(document);
+    NyXmlReader reader("in.xml", stream);
+    reader.readXml();
+    return value.readAttribute(reader);
 }
 
 /// From the value's own tag, `<v`, to its end.
