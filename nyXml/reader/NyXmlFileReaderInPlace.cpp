@@ -177,6 +177,8 @@ bool NyXmlFileReader::takeRun(NyXmlWordSink& words)
             words.takeWords(text.substr(0, lastWord));
             moveToIndex(m_theIndex + lastWord);
             m_isRunContinued = true;
+        } else if (wholeBlock && text.size() >= blockCapacity / 2) {
+            return m_isRunContinued; // a word that is longer than a block is not searched again with every block
         }
         if (!readBlock(wholeBlock) && isStreamAtEnd())
             return m_isRunContinued; // no end in sight: readXml() knows what to make of it
