@@ -29,7 +29,7 @@ struct NyComponent {
 /// Hot: maps in every object cost 85 to 90 ns and 870 bytes for each compound of ten components. The first object of a class
 /// fills its maps and leaves a shape; the later ones compare each of their registrations with it and go without maps as long as
 /// all agree. So a shape promises nothing: a class whose objects differ, or whose components lie elsewhere, works with maps as
-/// the first object did.
+/// the first object did. A class that supplies its maps in its own way always does, and leaves an empty shape to say so.
 ///
 /// Shapes are never changed and never freed; they are found and published from any thread, without a lock.
 class NyComponentShape {

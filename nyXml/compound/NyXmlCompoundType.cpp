@@ -1,6 +1,8 @@
 #include <nyXml/compound/NyXmlCompoundType.h>
 
 #include <nyXml/compound/NyComponentShape.h>
+#include <nyXml/compound/NyVirtualSlot.h>
+#include <nyXml/core/NyXml.h>
 #include <nyXml/platform/NyPrint.h>
 #include <nyXml/reader/NyXmlReader.h>
 #include <nyXml/schema/NyXmlSchema.h>
@@ -26,6 +28,16 @@ Map& existing(std::unique_ptr<Map>& map)
         map = std::make_unique<Map>();
     return *map;
 }
+
+// A compound that overrides nothing of what compounds are made of.
+class Unadorned final : public NyXmlCompoundType {
+public:
+    NyXmlObject* clone() const override { return new Unadorned; }
+    NyXmlObject* newObject() const override { return new Unadorned; }
+    NyToken const& token() const override { return NyXml::NyNullToken; }
+    bool equality(NyXmlObject const*) const override { return true; }
+    void registerComponents() override {}
+};
 
 } // namespace
 
@@ -68,31 +80,24 @@ bool NyXmlCompoundType::xmlInit()
         registerComponents();
         return true;
     }
-    m_theShape = NyComponentShape::find(typeid(*this));
-    if (m_theShape != nullptr)
-        registerAlong();
+    if (NyComponentShape const* const shape = NyComponentShape::find(typeid(*this)))
+        registerAlong(*shape);
     else
         registerFirst();
     return true;
 }
 
-// Our class has a shape: should we register just what it tells, it stands for our maps, which are dropped before anything is in
-// them.
-void NyXmlCompoundType::registerAlong()
+// Our class has a shape: should we register just what it tells, it stands for our maps.
+void NyXmlCompoundType::registerAlong(NyComponentShape const& shape)
 {
+    if (!shape.registrations().empty())
+        m_theShape = &shape;
     m_theFollowed = 0;
     m_isRegistering = true;
     registerComponents();
-    if (m_theShape == nullptr)
-        return;
-    if (m_theFollowed < m_theShape->registrations().size()) {
+    if (m_theShape != nullptr && m_theFollowed < m_theShape->registrations().size())
         leaveShape();
-        return;
-    }
     m_isRegistering = false;
-    m_ComponentMap.reset();
-    m_AttributeComponentMap.reset();
-    m_SpecialDescriptorMap.reset();
 }
 
 // Nobody of our class has registered yet: leave a shape to those who come after us, if it can stand for their maps.
@@ -100,12 +105,21 @@ void NyXmlCompoundType::registerFirst()
 {
     NyComponentRecorder recorder(*this);
     registerComponents();
-    bool const mapsAreOurs = !m_mapsAreSupplied && (!m_ComponentMap || &componentMap() == m_ComponentMap.get()) &&
-                             (!m_AttributeComponentMap || &attributeComponentMap() == m_AttributeComponentMap.get());
     auto registrations = recorder.take();
-    if (!mapsAreOurs || registrations.size() > NyComponentShape::maxRegistrations)
-        registrations.clear(); // nobody who registers anything agrees with an empty shape
+    if (suppliesMaps() || registrations.size() > NyComponentShape::maxRegistrations)
+        registrations.clear(); // an empty shape stands for nothing
     NyComponentShape::publish(typeid(*this), std::move(registrations));
+}
+
+// Whether our class overrides one of the operations that supply maps. They have to be called whenever a map is needed then.
+bool NyXmlCompoundType::suppliesMaps() const
+{
+    Unadorned const plain;
+    auto const isOurs = [&](auto operation) { return runsTheSame<NyXmlCompoundType>(*this, plain, operation); };
+    using Self = NyXmlCompoundType;
+    return !(isOurs(&Self::componentMap) && isOurs(&Self::attributeComponentMap) && isOurs(&Self::specialDescriptorMap) &&
+             isOurs(&Self::newComponentMap) && isOurs(&Self::newSpecialDescriptorMap) && isOurs(&Self::createComponentMap) &&
+             isOurs(&Self::createAttributeComponentMap) && isOurs(&Self::createSpecialDescriptorMap));
 }
 
 bool NyXmlCompoundType::read(NyXmlReader& reader) { return readAttributes(reader) && readElements(reader); }
@@ -256,21 +270,18 @@ void NyXmlCompoundType::registerAttributeComponentReadOnly(NyToken const& token,
 
 NyXmlCompoundType::ComponentMap const& NyXmlCompoundType::componentMap() const
 {
-    leaveShape();
     createComponentMap();
     return existing(m_ComponentMap);
 }
 
 NyXmlCompoundType::ComponentMap const& NyXmlCompoundType::attributeComponentMap()
 {
-    leaveShape();
     createAttributeComponentMap();
     return existing(m_AttributeComponentMap);
 }
 
 NyXmlCompoundType::SpecialDescriptorMap const& NyXmlCompoundType::specialDescriptorMap()
 {
-    leaveShape();
     createSpecialDescriptorMap();
     return existing(m_SpecialDescriptorMap);
 }
@@ -279,44 +290,29 @@ bool NyXmlCompoundType::hasChildren() const { return hasComponents(NyComponentKi
 
 bool NyXmlCompoundType::hasAttributes() const { return hasComponents(NyComponentKind::ATTRIBUTE); }
 
-NyXmlCompoundType::ComponentMap* NyXmlCompoundType::newComponentMap() const
-{
-    m_mapIsOurs = true;
-    return new ComponentMap;
-}
+NyXmlCompoundType::ComponentMap* NyXmlCompoundType::newComponentMap() const { return new ComponentMap; }
 
-NyXmlCompoundType::SpecialDescriptorMap* NyXmlCompoundType::newSpecialDescriptorMap()
-{
-    m_mapIsOurs = true;
-    return new SpecialDescriptorMap;
-}
+NyXmlCompoundType::SpecialDescriptorMap* NyXmlCompoundType::newSpecialDescriptorMap() { return new SpecialDescriptorMap; }
 
 void NyXmlCompoundType::createComponentMap() const
 {
-    createMap(m_ComponentMap, [this] { return newComponentMap(); });
+    leaveShape();
+    if (!m_ComponentMap)
+        m_ComponentMap.reset(newComponentMap());
 }
 
 void NyXmlCompoundType::createAttributeComponentMap()
 {
-    createMap(m_AttributeComponentMap, [this] { return newComponentMap(); });
+    leaveShape();
+    if (!m_AttributeComponentMap)
+        m_AttributeComponentMap.reset(newComponentMap());
 }
 
 void NyXmlCompoundType::createSpecialDescriptorMap()
 {
-    createMap(m_SpecialDescriptorMap, [this] { return newSpecialDescriptorMap(); });
-}
-
-template <class Map, class NewMap>
-void NyXmlCompoundType::createMap(std::unique_ptr<Map>& map, NewMap newMap) const
-{
-    if (!m_isRegistering)
-        leaveShape();
-    if (map)
-        return;
-    m_mapIsOurs = false;
-    map.reset(newMap());
-    if (!m_mapIsOurs || !map || !map->empty())
-        m_mapsAreSupplied = true;
+    leaveShape();
+    if (!m_SpecialDescriptorMap)
+        m_SpecialDescriptorMap.reset(newSpecialDescriptorMap());
 }
 
 bool NyXmlCompoundType::isReadOnlyComponent(NyToken token) const { return isReadOnly(NyComponentKind::ELEMENT, token); }
@@ -325,14 +321,17 @@ bool NyXmlCompoundType::isReadOnlyAttribute(NyToken token) const { return isRead
 
 void NyXmlCompoundType::enter(NyComponentKind kind, bool readOnly, NyToken const& token, NyXmlObject* object)
 {
-    if (m_theShape != nullptr && !isNextOfShape(kind, readOnly, token, object))
-        leaveShape();
-    supplyMaps(kind, readOnly);
-    if (m_theShape != nullptr && !m_mapsAreSupplied) {
+    if (m_theShape != nullptr && isNextOfShape(kind, readOnly, token, object)) {
         ++m_theFollowed;
         return;
     }
     leaveShape();
+    if (kind == NyComponentKind::ELEMENT && !m_ComponentMap)
+        createComponentMap();
+    if (kind == NyComponentKind::ATTRIBUTE && !m_AttributeComponentMap)
+        createAttributeComponentMap();
+    if (readOnly && !m_SpecialDescriptorMap)
+        createSpecialDescriptorMap();
     insert(kind, readOnly, token, object);
     NyComponentRecorder::note(*this, kind, readOnly, token, object);
 }
@@ -345,18 +344,6 @@ bool NyXmlCompoundType::isNextOfShape(NyComponentKind kind, bool readOnly, NyTok
     NyComponentShape::Registration const& next = registrations[m_theFollowed];
     return next.kind == kind && next.readOnly == readOnly && next.distance == NyComponentShape::distance(this, object) &&
            next.token == token;
-}
-
-// The hooks run for each object and each map, also where the map will be dropped unused: an override may count on it.
-void NyXmlCompoundType::supplyMaps(NyComponentKind kind, bool readOnly)
-{
-    auto const& map = kind == NyComponentKind::ELEMENT ? m_ComponentMap : m_AttributeComponentMap;
-    if (!map)
-        kind == NyComponentKind::ELEMENT ? createComponentMap() : createAttributeComponentMap();
-    if (readOnly && !m_SpecialDescriptorMap)
-        createSpecialDescriptorMap();
-    if (!map || (readOnly && !m_SpecialDescriptorMap))
-        m_mapsAreSupplied = true;
 }
 
 void NyXmlCompoundType::insert(NyComponentKind kind, bool readOnly, NyToken const& token, NyXmlObject* object) const

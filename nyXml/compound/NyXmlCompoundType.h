@@ -152,12 +152,10 @@ public:
 
 private:
     void registerFirst();
-    void registerAlong();
+    void registerAlong(NyComponentShape const& shape);
+    bool suppliesMaps() const;
     void enter(NyComponentKind kind, bool readOnly, NyToken const& token, NyXmlObject* object);
     bool isNextOfShape(NyComponentKind kind, bool readOnly, NyToken const& token, NyXmlObject* object) const;
-    void supplyMaps(NyComponentKind kind, bool readOnly);
-    template <class Map, class NewMap>
-    void createMap(std::unique_ptr<Map>& map, NewMap newMap) const;
     void insert(NyComponentKind kind, bool readOnly, NyToken const& token, NyXmlObject* object) const;
     void leaveShape() const;
 
@@ -178,13 +176,11 @@ private:
     mutable std::unique_ptr<SpecialDescriptorMap> m_SpecialDescriptorMap;
 
     /// What all objects of our class register, for as long as that is just what we registered and nobody asked for a map. It
-    /// stands for the maps then, which are null (empty while registerComponents() runs).
+    /// stands for the maps then, which are null.
     mutable NyComponentShape const* m_theShape = nullptr;
     std::uint16_t m_theFollowed = 0;      ///< registrations of the shape that we made, too
     std::uint16_t m_theNext = 0;          ///< component of the shape that the document is expected to hold next
     mutable bool m_isRegistering = false; ///< while our registrations are compared with the shape
-    mutable bool m_mapIsOurs = false; ///< set by the new...Map hooks of this class, to tell whether an override came before them
-    mutable bool m_mapsAreSupplied = false; ///< by overridden hooks
 };
 
 #endif
