@@ -21,9 +21,7 @@
 ///         bool readValueFromToken(NyToken const& element, NyXmlReader& reader) override
 ///         {
 ///             if (element == NyXml::NyAddLibrariesToken.token()) {
-///                 NyXmlVectorType<NyXmlBasicType<std::string>> libraries;
-///                 libraries.read(reader);
-///                 setAddLibraries(libraries);
+///                 m_AddLibraries.read(reader);
 ///                 processLibraries();
 ///                 return true;
 ///             }
@@ -107,7 +105,9 @@ public:
 
 private:
     NyXmlFactory m_Factory;
-    NyXmlVectorType<NyXmlBasicType<std::string>> m_AddLibraries;
+
+protected:
+    NyXmlVectorType<NyXmlBasicType<std::string>> m_AddLibraries; ///< for subclasses that read the element `addLibraries`
 };
 
 #endif
