@@ -1,8 +1,7 @@
-#include "Support.h"
+#include "CompoundSupport.h"
 
 #include <nyXml/compound/NyBaseExpressionTreeElement.h>
 #include <nyXml/compound/NyXmlBaseVariableCompoundType.h>
-#include <nyXml/compound/NyXmlCompoundType.h>
 #include <nyXml/traversal/NyXmlObjectVisitor.h>
 #include <nyXml/values/NyXmlBasicType.h>
 #include <nyXml/values/NyXmlEnumType.h>
@@ -74,20 +73,16 @@ std::string walk(NyXmlObject const& root, int depth = -1, std::string const& ref
     return transcript.lines;
 }
 
-class Tree : public NyXmlCompoundType {
+class Tree : public Model<Tree> {
 public:
-    NyXmlObject* clone() const override { return new Tree(*this); }
-    NyXmlObject* newObject() const override { return new Tree; }
-    NyToken const& token() const override { return NyXml::NyNullToken; }
-    bool equality(NyXmlObject const*) const override { return false; }
-    void registerComponents() override
+    explicit Tree(ComponentMap const& elements = {}, ComponentMap const& attributes = {})
     {
-        for (auto const& [name, object] : components)
+        for (auto const& [name, object] : elements)
             registerComponent(name, object);
         for (auto const& [name, object] : attributes)
             registerAttributeComponent(name, object);
     }
-    ComponentMap components, attributes;
+    void registerComponents() override {}
 };
 
 // Every family tells itself in its own words; the walk enters what it enters and nothing else.
@@ -103,31 +98,30 @@ TEST(Visitor, EveryFamilyHasItsReport)
     NyXmlPairType<Text, Text> pair(Text("one"), Text("two words"));
     pair.setXmlTagNames("from", "to");
     NyXmlVectorVector path(2, NyVector(1, 0.25, 1e30));
-    Tree inner, tree;
-    inner.attributes = { { "hidden", &number } };
     NyXmlVector vector(NyVector(1, -2.5, 3));
     NyXmlOrientation orientation;
     NyXmlVectorType<Text> texts(1, Text("x"));
     NyXmlVectorType<Number> nothing;
-    tree.components = { { "a", &number }, { "b", &word },        { "c", &map },   { "d", &pair },    { "e", &path },
-                        { "f", &vector }, { "g", &orientation }, { "h", &texts }, { "i", &nothing }, { "j", &inner } };
-    inner.xmlInit();
-    tree.xmlInit();
-    EXPECT_EQ(walk(tree), "root: [root (10)]\n"
-                          "<.a: [a] [0.1]\n"
-                          ".b: [b] [fast]\n"
-                          ".c: [c (2)]\n"
-                          "<..key: [key] [a]\n..value: [value] [1]\n..key: [key] [b]\n..value: [value] [2]\n>"
-                          ".d: [d]\n"
-                          "<..first: [first] [one]\n..second: [second] [two words]\n>"
-                          ".e: [e (2)]\n"
-                          "..x: [x] [1]\n..y: [y] [0.25]\n..z: [z] [1e+30]\n..x: [x] [1]\n..y: [y] [0.25]\n..z: [z] [1e+30]\n"
-                          ".f: [f] [x=1 y=-2.5 z=3]\n"
-                          ".g: [g] [q0=1 q1=0 q2=0 q3=0]\n"
-                          ".h: [h (1)]\n"
-                          "<..element: [element] [x]\n>"
-                          ".i: [i (0)]\n"
-                          "<>.j: [has attributes] [j (0)]\n>");
+    Tree inner({}, { { "hidden", &number } });
+    Tree::ComponentMap const members = { { "a", &number },  { "b", &word },   { "c", &map },         { "d", &pair },
+                                         { "e", &path },    { "f", &vector }, { "g", &orientation }, { "h", &texts },
+                                         { "i", &nothing }, { "j", &inner } };
+    EXPECT_EQ(walk(Tree(members)),
+              "root: [root (10)]\n"
+              "<.a: [a] [0.1]\n"
+              ".b: [b] [fast]\n"
+              ".c: [c (2)]\n"
+              "<..key: [key] [a]\n..value: [value] [1]\n..key: [key] [b]\n..value: [value] [2]\n>"
+              ".d: [d]\n"
+              "<..first: [first] [one]\n..second: [second] [two words]\n>"
+              ".e: [e (2)]\n"
+              "..x: [x] [1]\n..y: [y] [0.25]\n..z: [z] [1e+30]\n..x: [x] [1]\n..y: [y] [0.25]\n..z: [z] [1e+30]\n"
+              ".f: [f] [x=1 y=-2.5 z=3]\n"
+              ".g: [g] [q0=1 q1=0 q2=0 q3=0]\n"
+              ".h: [h (1)]\n"
+              "<..element: [element] [x]\n>"
+              ".i: [i (0)]\n"
+              "<>.j: [has attributes] [j (0)]\n>");
     Transcript transcript("root");
     path.accept(&transcript);
     number.accept(&transcript);
@@ -140,9 +134,7 @@ TEST(Visitor, DepthAndRefusal)
     NyXmlVectorType<Number> numbers(1, Number(5));
     NyXmlVectorType<NyXmlVectorType<Number>> rows(2, numbers);
     NyXmlVectorVector path(1);
-    Tree tree, leaf;
-    tree.components = { { "leaf", &leaf }, { "path", &path }, { "rows", &rows } };
-    tree.xmlInit();
+    Tree leaf, tree({ { "leaf", &leaf }, { "path", &path }, { "rows", &rows } });
     EXPECT_EQ(walk(tree, 0), "root: [root (3)]\n<>");
     EXPECT_EQ(walk(tree, 1), "root: [root (3)]\n<>");
     std::string const top = "root: [root (3)]\n<.leaf: [leaf (0)]\n.path: [path (1)]\n..x: [x] [0]\n..y: [y] [0]\n..z: [z] [0]\n"
@@ -154,7 +146,7 @@ TEST(Visitor, DepthAndRefusal)
     EXPECT_EQ(walk(tree, -1, "root"), "root: [root (3)]\n");
 }
 
-TEST(Visitor, WhoHasNoVisitIsAPlainObject)
+TEST(Visitor, WhoHasNoVisitOrIsNullIsReported)
 {
     Messages messages;
     NyXmlVectorBasicType<Number> numbers(3);
@@ -164,37 +156,24 @@ TEST(Visitor, WhoHasNoVisitIsAPlainObject)
         EXPECT_EQ(walk(*object), "root: [This class has not been specialized.\n]\n");
         EXPECT_EQ(messages.take(), "object = " + std::string(typeid(NyXmlObject const*).name()) + "\n");
     }
-}
-
-TEST(Visitor, ANullComponentIsReportedAndPassedOver)
-{
-    Messages messages;
     Number number(1);
-    Tree tree;
-    tree.components = { { "a", nullptr }, { "b", &number } };
-    tree.xmlInit();
-    EXPECT_EQ(walk(tree), "root: [root (2)]\n<.b: [b] [1]\n>");
+    EXPECT_EQ(walk(Tree({ { "a", nullptr }, { "b", &number } })), "root: [root (2)]\n<.b: [b] [1]\n>");
     EXPECT_EQ(messages.text(), "Visitor: NyXmlCompoundType 0 is non-NyXmlObject\n");
 }
 
-class Container : public NyXmlBaseVariableCompoundType {
+class Container : public Model<Container, NyXmlBaseVariableCompoundType> {
 public:
-    NyXmlObject* clone() const override { return new Container(*this); }
-    NyXmlObject* newObject() const override { return new Container; }
     NyToken const& token() const override { return NyXml::NyVarVectorTypeToken; }
-    bool equality(NyXmlObject const*) const override { return false; }
     void registerComponents() override {}
     bool readValueFromToken(NyToken const&, NyXmlReader&) override { return false; }
 };
 
-class Node : public NyBaseExpressionTreeElement {
+class Node : public Model<Node, NyBaseExpressionTreeElement> {
 public:
-    using NyBaseExpressionTreeElement::NyBaseExpressionTreeElement;
-    NyXmlObject* clone() const override { return new Node(*this); }
-    NyXmlObject* newObject() const override { return new Node; }
-    NyToken const& token() const override { return NyXml::NyNullToken; }
-    bool equality(NyXmlObject const*) const override { return false; }
-    void registerComponents() override { registerComponent("operand", &operand); }
+    explicit Node(NyXmlBaseVariableCompoundType const* container = nullptr) : Model(container)
+    {
+        registerComponent("operand", &operand);
+    }
     Number operand;
 };
 
@@ -206,10 +185,8 @@ TEST(Visitor, ANodeIsReportedTwice)
     EXPECT_EQ(walk(container), "root: [root (1)]\n<.addLibraries: [addLibraries] [extra]\n>");
     EXPECT_EQ(walk(container, -1, "root"), "root: [root (1)]\n");
 
-    Node node, held(&container);
-    node.xmlInit();
-    held.xmlInit();
-    EXPECT_EQ(walk(node), "root: [root]\n<.root: [root (1)]\n<..operand: [operand] [0]\n>>");
+    Node held(&container);
+    EXPECT_EQ(walk(Node()), "root: [root]\n<.root: [root (1)]\n<..operand: [operand] [0]\n>>");
     EXPECT_EQ(walk(held), "root: [root]\n<.varVectorType: [varVectorType (1)]\n<..addLibraries: [addLibraries] [extra]\n>"
                           ".addLibraries: [addLibraries (1)]\n<..operand: [operand] [0]\n>>");
     EXPECT_EQ(walk(held, 1), "root: [root]\n<.root: [root (1)]\n<>>")

@@ -55,8 +55,7 @@ class NYXML_EXPORT NyXmlObjectVisitor {
 public:
     virtual ~NyXmlObjectVisitor();
 
-    /// How many generations are reported below which nothing is entered: with 0 or 1 the root alone, with 2 its children too.
-    /// -1, the default, is no limit.
+    /// How many generations are reported: with 0 or 1 the root alone, with 2 its children too. -1, the default, is no limit.
     virtual void setTraversalDepth(int depth);
 
 protected:
