@@ -6,18 +6,7 @@
 
 NyXmlSchema::NyXmlSchema() : m_theCurrentElement(&m_theRootElement) { m_theRootElement.setPointers(this, nullptr); }
 
-NyXmlSchema::NyXmlSchema(NyXmlSchema const& other)
-    : m_theLastOperation(other.m_theLastOperation),
-      m_theRootElement(other.m_theRootElement),
-      m_theCurrentElement(other.m_theCurrentElement),
-      m_theGlobalElements(other.m_theGlobalElements),
-      m_theSimpleTypes(other.m_theSimpleTypes),
-      m_theComplexTypes(other.m_theComplexTypes),
-      m_theGroupTypes(other.m_theGroupTypes),
-      m_theGroupIndex(other.m_theGroupIndex),
-      m_thePrefixes(other.m_thePrefixes),
-      m_theNamespaces(other.m_theNamespaces)
-{}
+NyXmlSchema::NyXmlSchema(NyXmlSchema const& other) : NyXmlSchema() { *this = other; } // which leaves the registry out
 
 NyXmlSchema& NyXmlSchema::operator=(NyXmlSchema const& other)
 {
