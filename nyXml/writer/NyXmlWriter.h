@@ -64,7 +64,8 @@ public:
     NyXmlWriter(std::string const& fileName, std::ostream& stream);
 
     /// A snapshot: same stream, open elements, held data, settings and schema. It is not made to write on: it counts links from 0 and
-    /// tells nobody, and it writes reals with 6 digits instead of 20.
+    /// tells nobody, and it writes reals with 6 digits instead of 20. Where calls are mirrored into a schema it must not be written on
+    /// at all: the open element of the copied schema is the source's own. It writes the XSD files, too, when it goes.
     NyXmlWriter(NyXmlWriter const& other);
 
     /// Takes over what a copy takes over, but for the stream: stream, digits, signals and link counters stay ours.
