@@ -1,17 +1,15 @@
 // Each thread has its own readers, writers and objects, but classes, defaults and the print facility are everybody's.
 
+#include "ValueSupport.h"
+
 #include <nyXml/compound/NyXmlCompoundType.h>
-#include <nyXml/platform/NyPrint.h>
-#include <nyXml/reader/NyXmlReader.h>
 #include <nyXml/values/NyXmlVectorBasicType.h>
-#include <nyXml/writer/NyXmlWriter.h>
 
 #include <gtest/gtest.h>
 
 #include <atomic>
 #include <map>
 #include <mutex>
-#include <sstream>
 #include <string>
 #include <thread>
 #include <vector>
@@ -33,27 +31,6 @@ public:
     NyXmlVectorBasicType<NyXmlBasicType<double>> values;
 };
 
-std::string documentOf(Sample const& sample)
-{
-    std::ostringstream stream;
-    NyXmlWriter writer("sample.xml", stream);
-    writer.writeStartTag(sample.token());
-    sample.write(writer);
-    writer.writeEndTag();
-    return stream.str();
-}
-
-/// What a document is read and written as.
-std::string again(std::string const& document)
-{
-    std::istringstream stream(document);
-    NyXmlReader reader("sample.xml", stream);
-    reader.readXml();
-    Sample sample;
-    sample.read(reader);
-    return documentOf(sample);
-}
-
 TEST(Threads, ReadWriteAndReportSideBySide)
 {
     constexpr int threadCount = 4;
@@ -73,8 +50,10 @@ TEST(Threads, ReadWriteAndReportSideBySide)
             Sample sample;
             for (int round = 0; round < 50; ++round) {
                 sample.values.pushBack(0.1 * round);
-                std::string const document = documentOf(sample);
-                Ny::Print::ostream(4, name) << round << (again(document) == document ? " same " : " different ");
+                std::string const document = writtenValue(sample);
+                Sample again;
+                readValue(again, document);
+                Ny::Print::ostream(4, name) << round << (writtenValue(again) == document ? " same " : " different ");
                 Ny::Print::write(4, "%s", "w");
             }
         });
