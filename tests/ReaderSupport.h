@@ -32,18 +32,35 @@ std::string seenAt(Reader& reader)
     return seen;
 }
 
-/// The events of a document up to the first end or error, as "start a b=1 | content text | eof".
-template <class Reader = NyXmlFileReader>
-std::string eventsOf(std::string const& document)
+/// The events up to the first end or error, as "start a b=1 | content text | eof".
+template <class Reader>
+std::string eventsLeft(Reader& reader)
 {
-    std::istringstream stream(document);
-    Reader reader("doc.xml", stream);
     std::string seen;
     do {
         reader.readXml();
         seen += (seen.empty() ? "" : " | ") + seenAt(reader);
     } while (reader.mode() != NyXmlFileReader::XML_READER_EOF && reader.mode() != NyXmlFileReader::XML_READER_ERROR);
     return seen;
+}
+
+/// A reader with its stream, some events on.
+template <class Reader = NyXmlFileReader>
+struct Open {
+    explicit Open(std::string const& document, int events = 0) : stream(document), reader("doc.xml", stream)
+    {
+        for (; events != 0; --events)
+            reader.readXml();
+    }
+    std::istringstream stream;
+    Reader reader;
+};
+
+template <class Reader = NyXmlFileReader>
+std::string eventsOf(std::string const& document)
+{
+    Open<Reader> open(document);
+    return eventsLeft(open.reader);
 }
 
 #endif

@@ -77,8 +77,8 @@ std::string transcript(std::string const& document, unsigned int seed, Messages&
     std::string said;
     Random random(seed);
     {
-        std::istringstream stream(document);
-        Reader reader("doc.xml", stream);
+        Open<Reader> open(document);
+        Reader& reader = open.reader;
         for (int ends = 0; ends != 2;) {
             auto const mode = reader.readXml();
             ends += mode == NyXmlFileReader::XML_READER_EOF || mode == NyXmlFileReader::XML_READER_ERROR ? 1 : 0;

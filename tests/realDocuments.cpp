@@ -1,7 +1,7 @@
 // Documents that nobody of this project wrote, against listings that another parser made. They are not part of the project: the
-// environment variable NYXML_REAL_DOCUMENTS names a folder of documents, each with its listing beside it as <file>.events, or
-// <file>.events.gz. One event a line: START name, EMPTY name, ATTR name=value, CONTENT text, END name; in texts a backslash, a newline
-// and a carriage return are written \\, \n and \r.
+// environment variable NYXML_REAL_DOCUMENTS names a folder of documents, each with its listing beside it as <file>.events.gz. One event
+// a line: START name, EMPTY name, ATTR name=value, CONTENT text, END name; in texts a backslash, a newline and a carriage return are
+// written \\, \n and \r.
 
 #include <nyXml/reader/NyXmlFileReader.h>
 
@@ -12,7 +12,6 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <memory>
 #include <string>
 #include <vector>
@@ -69,10 +68,7 @@ std::string listingBy(fs::path const& document)
 
 std::string listingBeside(fs::path const& document)
 {
-    std::ifstream plain(document.string() + ".events", std::ios::binary);
-    if (plain)
-        return { std::istreambuf_iterator<char>(plain), {} };
-    std::string const command = "gzip -dc '" + document.string() + ".events.gz' 2>/dev/null";
+    std::string const command = "gzip -dc '" + document.string() + ".events.gz'";
     std::unique_ptr<FILE, int (*)(FILE*)> const pipe(popen(command.c_str(), "r"), pclose);
     std::string listing;
     char part[65536];
@@ -99,7 +95,7 @@ TEST(RealDocuments, AgreeWithTheirListings)
     std::size_t count = 0;
     for (fs::directory_entry const& entry : fs::directory_iterator(folder)) {
         std::string const path = entry.path().string();
-        if (!fs::exists(path + ".events") && !fs::exists(path + ".events.gz"))
+        if (!fs::exists(path + ".events.gz"))
             continue;
         SCOPED_TRACE(path);
         ++count;
@@ -109,7 +105,6 @@ TEST(RealDocuments, AgreeWithTheirListings)
         EXPECT_TRUE(seen == listed) << firstDifference(seen, listed);
     }
     EXPECT_NE(count, 0u) << "no document with a listing in " << folder;
-    RecordProperty("documents", static_cast<int>(count));
 }
 
 } // namespace
