@@ -5,118 +5,116 @@
 
 #include <nyXml/schema/NyXmlSchema.h>
 
+#include <algorithm>
 #include <fstream>
 #include <iterator>
 #include <map>
+#include <regex>
 #include <sstream>
+#include <stdexcept>
 #include <string>
 #include <typeinfo>
+#include <utility>
 
 /// All files under a directory, by their path in it.
 inline std::map<std::string, std::string> filesUnder(std::string const& directory)
 {
     std::map<std::string, std::string> files;
     for (auto const& entry : std::filesystem::recursive_directory_iterator(directory)) {
-        if (!entry.is_regular_file())
-            continue;
         std::ifstream stream(entry.path(), std::ios::binary);
-        files[entry.path().lexically_relative(directory).string()] = { std::istreambuf_iterator<char>(stream), {} };
+        if (entry.is_regular_file())
+            files[entry.path().lexically_relative(directory).string()] = { std::istreambuf_iterator<char>(stream), {} };
     }
     return files;
 }
 
-/// The text with the first \p from, which has to be there, replaced.
-inline std::string replaced(std::string text, std::string const& from, std::string const& to)
+/// A line of an XSD file in brief, see briefOf().
+inline std::string briefLine(std::string line)
 {
-    return text.replace(text.find(from), from.size(), to);
+    static std::pair<std::regex, char const*> const rules[] = {
+        { std::regex(" *<import .* schemaLocation='(.*)'/>"), "import $1\n" },
+        { std::regex("  <element name='(.*)' type='(.*)' nil.*"), "global $1($2)\n" },
+        { std::regex("  <[a-zA-Z]+ name='(.*)'>"), "$1:" },
+        { std::regex("  </.*"), "\n" },
+        { std::regex(" +<sequence min.*"), " any:" },
+        { std::regex(" +<choice>"), " one:" },
+        { std::regex(" +<element name='(.*)' type='(.*)' min.* max.*"), " $1*($2)" },
+        { std::regex(" +<element name='(.*)' type='(.*)' min.*"), " $1($2)" },
+        { std::regex(" +<element ref='(.*)' min.*"), " ->$1" },
+        { std::regex(" +<group ref='(.*)'/>"), " {$1}" },
+        { std::regex(" +<attribute name='(.*)' type='(.*)'/>"), " @$1($2)" },
+        { std::regex(" +<(?:extension base|list itemType)='(.*)'/?>"), " =$1" },
+    };
+    std::replace(line.begin(), line.end(), '"', '\'');
+    for (auto const& [pattern, brief] : rules) {
+        if (std::regex_match(line, pattern))
+            return std::regex_replace(line, pattern, brief);
+    }
+    return {};
 }
 
-/// A schema with short verbs for a walk. A name without "#" lies in the namespace of the open element.
+/// What stands in all XSD files below their heads, a line for each type, file by file in the order of their names:
+/// "robot.Type: @version(string) name(double) points*(demo:points.Type)", a "*" being unbounded.
+inline std::string briefOf(ScratchDirectory const& directory)
+{
+    std::string all;
+    for (auto const& [name, text] : filesUnder(directory.path())) {
+        std::istringstream lines(text.substr(text.find("\n\n")));
+        for (std::string line; std::getline(lines, line);)
+            all += briefLine(line);
+    }
+    return all;
+}
+
+/// A schema that plays walks: "<a @id:s +b *c .b .b / /" opens a with an attribute, b being a leaf and c a repeated list.
 class SchemaWalk : public NyXmlSchema {
 public:
-    static constexpr XML_STARTTAG_OPTION choice = NyXmlSchemaElementType::XML_STARTTAG_CHOICE;
-    static constexpr XML_STARTTAG_OPTION single = NyXmlSchemaElementType::XML_STARTTAG_SINGLE;
-    static constexpr XML_STARTTAG_OPTION unbounded = NyXmlSchemaElementType::XML_STARTTAG_UNBOUNDED;
+    /// "<a" opens an element, "*a" a repeated one, "?a" a choice, in the namespace of the open one if the name has no "#"; "+a" is an
+    /// element with a text; ".s" a text and "@a:s" an attribute of that type, double if none is told; "(" and ")" are a group's brackets;
+    /// "/" closes an element.
+    SchemaWalk& play(std::string const& walk)
+    {
+        std::istringstream words(walk);
+        for (std::string word; words >> word;) {
+            auto const colon = word.find(':');
+            std::string const name = word.substr(1, colon - 1);
+            switch (word[0]) {
+            case '<': open(name, NyXmlSchemaElementType::XML_STARTTAG_SINGLE); break;
+            case '*': open(name, NyXmlSchemaElementType::XML_STARTTAG_UNBOUNDED); break;
+            case '?': open(name, NyXmlSchemaElementType::XML_STARTTAG_CHOICE); break;
+            case '+': play("<" + name + " . /"); break;
+            case '.': setType(typeOf(name)); break;
+            case '@': setAttributeName(name), setType(typeOf(word.substr(std::min(colon, word.size() - 1) + 1))); break;
+            case '(': openGroup(); break;
+            case ')': closeGroup(); break;
+            case '/': writeEndTag(); break;
+            default: throw std::invalid_argument(word);
+            }
+        }
+        return *this;
+    }
 
-    SchemaWalk& open(std::string const& name, XML_STARTTAG_OPTION mode = single)
-    {
-        if (name.find('#') == std::string::npos)
-            writeStartTagUsingParentNamespace(name, mode);
-        else
-            writeStartTag(name, mode);
-        return *this;
-    }
-    SchemaWalk& attribute(std::string const& name, std::type_info const& type = typeid(double))
-    {
-        setAttributeName(name);
-        setType(type);
-        return *this;
-    }
-    SchemaWalk& text(std::type_info const& type = typeid(double))
-    {
-        setType(type);
-        return *this;
-    }
-    SchemaWalk& close()
-    {
-        writeEndTag();
-        return *this;
-    }
-    SchemaWalk& leaf(std::string const& name, XML_STARTTAG_OPTION mode = single) { return open(name, mode).text().close(); }
-
-    /// As a compound opens a component. \return whether it is to be described
+    /// Opens an element as a compound opens a component. \return whether it is to be described
     bool component(std::string const& name, std::string const& typeId)
     {
-        open(name);
-        return !isRegistered(name, typeId);
+        return writeStartTag(name, NyXmlSchemaElementType::XML_STARTTAG_SINGLE), !isRegistered(name, typeId);
     }
 
-    /// What stands in the files below their heads, a line for each type, file by file in the order of their names:
-    /// "robot.Type: @version(string) name(double) points*(demo:points.Type)", a "*" being unbounded.
     std::string brief()
     {
         ScratchDirectory directory;
         write(directory.path("m"));
-        std::string all;
-        for (auto const& [name, text] : filesUnder(directory.path())) {
-            std::istringstream lines(text.substr(text.find("\n\n")));
-            for (std::string line; std::getline(lines, line);)
-                all += briefLine(line);
-        }
-        return all;
+        return briefOf(directory);
     }
 
 private:
-    static std::string briefLine(std::string const& line)
+    void open(std::string const& name, XML_STARTTAG_OPTION mode)
     {
-        auto const is = [&line](char const* tag) { return line.find(tag) != std::string::npos; };
-        auto const value = [&line](std::string const& name) {
-            std::string const behind = line.substr(line.find(" " + name + "=\"") + name.size() + 3);
-            return behind.substr(0, behind.find('"'));
-        };
-        bool const isTopLevel = line.compare(0, 3, "  <") == 0;
-
-        if (is("<import "))
-            return "import " + value("schemaLocation") + "\n";
-        if (isTopLevel && is("<element "))
-            return "global " + value("name") + "(" + value("type") + ")\n";
-        if (isTopLevel)
-            return is("</") ? "\n" : value("name") + ":";
-        if (is("<sequence minOccurs"))
-            return " any:";
-        if (is("<choice>"))
-            return " one:";
-        if (is("<element name"))
-            return " " + value("name") + (is("unbounded") ? "*(" : "(") + value("type") + ")";
-        if (is("<element ref"))
-            return " ->" + value("ref");
-        if (is("<group ref"))
-            return " {" + value("ref") + "}";
-        if (is("<attribute "))
-            return " @" + value("name") + "(" + value("type") + ")";
-        if (is("<extension "))
-            return " =" + value("base");
-        return is("<list ") ? " =" + value("itemType") : std::string();
+        name.find('#') == std::string::npos ? writeStartTagUsingParentNamespace(name, mode) : writeStartTag(name, mode);
+    }
+    static std::type_info const& typeOf(std::string const& word)
+    {
+        return word == "s" ? typeid(std::string) : word == "b" ? typeid(bool) : typeid(double);
     }
 };
 

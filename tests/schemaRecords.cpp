@@ -1,126 +1,109 @@
-#include "SchemaSupport.h"
+#include <nyXml/schema/NyXmlSchema.h>
 
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <tuple>
+
 namespace {
 
-NyXmlSchemaElementType element(NyToken const& name, std::string const& type)
+using Complex = NyXmlSchemaComplexType;
+using Element = NyXmlSchemaElementType;
+using Group = NyXmlSchemaGroupType;
+
+template <class Record>
+Record named(NyToken const& name, std::string const& type)
 {
-    NyXmlSchemaElementType record;
+    Record record;
     record.setElementName(name);
-    record.setNamespace(name.xmlNamespace());
     record.setType(type);
     return record;
 }
 
-NyXmlSchemaAttributeType attribute(std::string const& name)
+bool fits(Element const& one, Element const& other) { return one.isTypeConvertible(other, true); }
+template <class Record>
+bool fits(Record const& one, Record const& other)
 {
-    NyXmlSchemaAttributeType record;
-    record.setElementName(name);
-    return record;
+    return one.isTypeConvertible(other);
 }
 
-NyXmlSchemaComplexType complexType(std::vector<NyXmlSchemaElementType> const& elements)
+/// Makes a copy differ in one way after the other. \param fit  whether one of the two can serve for both all the same
+template <class Record>
+void expectDifferences(Record const& record, bool fit, std::vector<std::function<void(Record&)>> const& differences)
 {
-    NyXmlSchemaComplexType record;
-    record.setElementVector(elements);
-    return record;
-}
-
-TEST(SchemaRecords, EmptyTypeFitsEveryTypeAndNeverWins)
-{
-    for (std::string const empty : { "p:empty.Type", "p:empty.Type_1" }) {
-        SCOPED_TRACE(empty);
-        NyXmlSchemaElementType real = element("u#n", "double");
-        NyXmlSchemaElementType nothing = element("u#n", empty);
-        EXPECT_TRUE(real.isTypeConvertible(nothing, true));
-        EXPECT_TRUE(nothing.isTypeConvertible(real, true));
-
-        nothing.setMinOccurs(0);
-        nothing.setNillable(true);
-        real.convertType(nothing);
-        EXPECT_EQ(real.type(), "double");
-        EXPECT_EQ(real.minOccurs(), 0u);
-        EXPECT_TRUE(real.nillable());
-        nothing.convertType(element("u#n", "double"));
-        EXPECT_EQ(nothing.type(), "double");
-        EXPECT_EQ(nothing.minOccurs(), 0u); // neither rises nor falls again
-        EXPECT_TRUE(nothing.nillable());
+    for (std::size_t i = 0; i < differences.size(); ++i) {
+        SCOPED_TRACE(i);
+        Record other = record;
+        EXPECT_TRUE(other == record);
+        differences[i](other);
+        EXPECT_FALSE(other == record);
+        EXPECT_EQ(fits(record, other), fit);
+        EXPECT_EQ(fits(other, record), fit);
     }
 }
 
-TEST(SchemaRecords, ElementsFitByNameNamespaceAndType)
+TEST(SchemaRecords, EqualAndConvertible)
 {
-    NyXmlSchemaElementType const one = element("u#n", "double");
-    EXPECT_FALSE(one.isTypeConvertible(element("u#m", "double"), false));
-    EXPECT_FALSE(one.isTypeConvertible(element("v#n", "double"), false));
-    EXPECT_FALSE(one.isTypeConvertible(element("u#n", "string"), false));
+    auto const a = named<Element>("u#a", "double");
+    expectDifferences<Element>(a, false,
+                               { [](auto& e) { e.setElementName("u#b"); }, [](auto& e) { e.setElementName("v#a"); },
+                                 [](auto& e) { e.setNamespace("v"); }, [](auto& e) { e.setGroupIndex(1); },
+                                 [](auto& e) { e.setType("string"); } });
+    expectDifferences<Element>(a, true,
+                               { [](auto& e) { e.setType("p:empty.Type_1"); },
+                                 [](auto& e) { e.setStartTagMode(Element::XML_STARTTAG_UNBOUNDED); },
+                                 [](auto& e) { e.setMinOccurs(0); }, [](auto& e) { e.setNillable(true); } });
 
-    NyXmlSchemaElementType elsewhere = one;
-    elsewhere.setNamespace("v");
-    EXPECT_FALSE(one.isTypeConvertible(elsewhere, false));
+    Complex type;
+    type.setElementVector({ a, named<Element>("b", "double") });
+    type.setAttributeVector({ named<NyXmlSchemaAttributeType>("s", ""), named<NyXmlSchemaAttributeType>("t", "") });
+    expectDifferences<Complex>(type, false,
+                               { [](auto& c) { c.setElementName("v#"); }, [](auto& c) { c.setNamespace("v"); },
+                                 [](auto& c) { c.setContentType("double"); }, [&](auto& c) { c.pushBack(a); },
+                                 [&](auto& c) { c.setElement(1, a); }, [](auto& c) { c.attributeVector().pop_back(); },
+                                 [](auto& c) { c.attributeVector()[1].setType("double"); },
+                                 [](auto& c) { std::swap(c.attributeVector()[0], c.attributeVector()[1]); } });
+    expectDifferences<Complex>(type, true,
+                               { [](auto& c) { c.elementVector().clear(); },
+                                 [](auto& c) { c.elementVector()[0].setGroupIndex(1); },
+                                 [](auto& c) { c.elementVector()[1].setType("p:empty.Type"); } });
 
-    NyXmlSchemaElementType deeper = one;
-    deeper.setGroupIndex(1);
-    EXPECT_FALSE(one.isTypeConvertible(deeper, true));
-    EXPECT_TRUE(one.isTypeConvertible(deeper, false));
-
-    NyXmlSchemaElementType repeated = one;
-    repeated.setStartTagMode(NyXmlSchemaElementType::XML_STARTTAG_UNBOUNDED);
-    EXPECT_TRUE(one.isTypeConvertible(repeated, true));
-    repeated.convertType(one);
-    EXPECT_EQ(repeated.startTagMode(), NyXmlSchemaElementType::XML_STARTTAG_UNBOUNDED);
-    EXPECT_FALSE(one == repeated);
+    Group group;
+    group.setElementVector(type.elementVector());
+    expectDifferences<Group>(group, false,
+                             { [](auto& g) { g.setNamespace("v"); }, [](auto& g) { g.elementVector().pop_back(); },
+                               [](auto& g) { g.setStartTagMode(Element::XML_STARTTAG_CHOICE); } });
+    expectDifferences<Group>(group, true, { [](auto& g) { g.setElementVector({}); }, [](auto& g) { g[1].setGroupIndex(1); } });
 }
 
-TEST(SchemaRecords, TypesWithoutElementsTakeOver)
+TEST(SchemaRecords, WhatTheSurvivorLearns)
 {
-    std::vector<NyXmlSchemaElementType> const two = { element("a", "double"), element("b", "string") };
-    NyXmlSchemaComplexType const full = complexType(two);
-    NyXmlSchemaComplexType const empty = complexType({});
-    EXPECT_TRUE(full.isTypeConvertible(empty));
-    EXPECT_TRUE(empty.isTypeConvertible(full));
-    EXPECT_FALSE(full == empty);
-    EXPECT_FALSE(full.isTypeConvertible(complexType({ two[0], two[1], two[0] })));
-    EXPECT_FALSE(full.isTypeConvertible(complexType({ two[1], two[0] })));
+    auto real = named<Element>("a", "double"), empty = named<Element>("a", "p:empty.Type"), survivor = real;
+    empty.setMinOccurs(0);
+    empty.setNillable(true);
+    empty.setStartTagMode(Element::XML_STARTTAG_UNBOUNDED);
+    survivor.convertType(empty);
+    empty.convertType(real); // the minimum doesn't rise, the flag doesn't fall
+    real.setMinOccurs(0);
+    real.setNillable(true);
+    EXPECT_TRUE(survivor == real); // with its own type and mode
+    real.setStartTagMode(Element::XML_STARTTAG_UNBOUNDED);
+    EXPECT_TRUE(empty == real);
 
-    for (bool fromEmpty : { true, false }) {
-        SCOPED_TRACE(fromEmpty);
-        NyXmlSchemaComplexType survivor = fromEmpty ? empty : full;
-        survivor.convertType(fromEmpty ? full : empty);
-        ASSERT_EQ(survivor.elementSize(), 2u);
-        EXPECT_EQ(survivor.element(0).elementName(), NyToken("a"));
-        EXPECT_EQ(survivor.element(0).minOccurs() + survivor.element(1).minOccurs(), 0u);
+    Complex none, full, optional;
+    full.setElementVector({ named<Element>("a", "double"), named<Element>("b", "string") });
+    optional.setElementVector(full.elementVector());
+    for (Element& element : optional.elementVector())
+        element.setMinOccurs(0);
+    for (auto const& [ours, others, result] : { std::tuple(full, full, full),
+                                                { full, none, optional },
+                                                { none, full, optional },
+                                                { full, optional, optional },
+                                                { none, none, none } }) {
+        Complex merged = ours;
+        merged.convertType(others);
+        EXPECT_TRUE(merged == result);
     }
-    NyXmlSchemaComplexType twin = full;
-    twin.convertType(full);
-    EXPECT_TRUE(twin == full);
-}
-
-TEST(SchemaRecords, AttributesFitInTheirOrderOnly)
-{
-    NyXmlSchemaComplexType one;
-    NyXmlSchemaComplexType other;
-    one.setAttributeVector({ attribute("a"), attribute("b") });
-    other.setAttributeVector({ attribute("b"), attribute("a") });
-    EXPECT_FALSE(one.isTypeConvertible(other));
-    other.attributeVector() = one.attributeVector();
-    EXPECT_TRUE(one.isTypeConvertible(other));
-    other.setContentType("double");
-    EXPECT_FALSE(one.isTypeConvertible(other));
-}
-
-TEST(SchemaRecords, GroupsFitWithoutNames)
-{
-    NyXmlSchemaGroupType one;
-    NyXmlSchemaGroupType other;
-    one.setElementVector({ element("a", "double") });
-    EXPECT_TRUE(one.isTypeConvertible(other)); // no elements
-    other.setElementVector({ element("a", "p:empty.Type") });
-    EXPECT_TRUE(one.isTypeConvertible(other));
-    EXPECT_FALSE(one == other);
-    other.setStartTagMode(NyXmlSchemaElementType::XML_STARTTAG_CHOICE);
-    EXPECT_FALSE(one.isTypeConvertible(other));
 }
 
 } // namespace
