@@ -16,22 +16,11 @@ namespace {
 
 using Reader = NyXmlFileReader;
 
-/// All that is left of a document, up to its end or the first error.
-std::string restOf(NyXmlReader& reader)
-{
-    std::string events;
-    do {
-        reader.readXml();
-        events += (events.empty() ? "" : " | ") + seenAt(reader);
-    } while (reader.mode() != Reader::XML_READER_EOF && reader.mode() != Reader::XML_READER_ERROR);
-    return events;
-}
-
 std::string eventsOf(std::string const& document, std::string const& name)
 {
     std::istringstream stream(document);
     NyXmlReader reader(name, stream);
-    return restOf(reader);
+    return eventsLeft(reader);
 }
 
 std::string include(std::string const& href) { return "<NyInclude type='simple' href='" + href + "'/>"; }
@@ -128,7 +117,7 @@ TEST(DocumentReader, FailedIncludeCostsAMessageOnly)
         std::istringstream stream("<a>\n<NyInclude " + attributes + "/><c/></a>");
         NyXmlReader reader("main.xml", stream);
         bool const isOpened = complaint.empty() || complaint == notSimple;
-        EXPECT_EQ(restOf(reader), isOpened ? "start a | empty b | empty c | end | eof" : "start a | empty c | end | eof");
+        EXPECT_EQ(eventsLeft(reader), isOpened ? "start a | empty b | empty c | end | eof" : "start a | empty c | end | eof");
         EXPECT_EQ(messages.types(), std::vector<int>(complaint.empty() ? 0 : 1, 4));
         EXPECT_EQ(messages.text(), complaint);
         EXPECT_EQ(reader.errorCode(), 0u);
@@ -176,7 +165,7 @@ TEST(DocumentReader, ReaderLeftInsideIncludesReleasesTheirStreams)
         EXPECT_EQ(assigned.element(), NyToken("b"));
         assigned = NyXmlReader(); // lets go in the middle
     }
-    EXPECT_EQ(restOf(reader), "empty c | end | empty d | end | eof") << "the copies have left the stream alone";
+    EXPECT_EQ(eventsLeft(reader), "empty c | end | empty d | end | eof") << "the copies have left the stream alone";
 }
 
 TEST(DocumentReader, MajorVersionsOfEachDocumentAreCompared)
@@ -197,7 +186,7 @@ TEST(DocumentReader, MajorVersionsOfEachDocumentAreCompared)
         reader.readXml();
         EXPECT_EQ(reader.versionFlag(), warning != greater);
         EXPECT_EQ(seenAt(reader), "start a x=1");
-        EXPECT_EQ(restOf(reader), "empty b version=9 | empty c | end | eof");
+        EXPECT_EQ(eventsLeft(reader), "empty b version=9 | empty c | end | eof");
         EXPECT_TRUE(reader.versionFlag()) << "that of the document examined last";
         EXPECT_EQ(messages.types(), std::vector<int>(warning.empty() ? 0 : 1, 4));
         std::string const start = "NyXmlObject::checkVersion warning: Input file version (v" + version + ") is ";
@@ -218,7 +207,9 @@ TEST(DocumentReader, OwnsItsFactory)
     reader.setFactoryPointer(own);
     EXPECT_FALSE(reader.registerComponentCreator(NyToken("a"), creator));
     EXPECT_EQ(own->creatorMap().size(), 1u);
-    EXPECT_EQ(NyXmlReader(reader).factoryPointer(), own); // and who goes first leaves it
+    NyXmlReader assigned;
+    assigned = NyXmlReader(reader); // which goes first, and leaves it
+    EXPECT_EQ(assigned.factoryPointer(), own);
     EXPECT_EQ(own->creatorMap().size(), 1u);
 }
 
