@@ -70,7 +70,7 @@ TEST(ReaderContent, RunHandedOutHasTheWordsOfTheContent)
     };
     std::string run;
     for (int i = 0; run.size() < 80000; ++i)
-        run += std::to_string(i) + " ";
+        run += std::to_string(i) + "\n";
     for (std::size_t const zero : { 100u, 16000u, 16390u, 40000u }) {
         SCOPED_TRACE(zero);
         std::string document = "<a>" + run + "</a>";
@@ -81,8 +81,14 @@ TEST(ReaderContent, RunHandedOutHasTheWordsOfTheContent)
         handedOut.reader.readXml();
         ASSERT_TRUE(handedOut.reader.endRun());
         Open<> whole(document, 2);
-        EXPECT_TRUE(words.text + " " + handedOut.reader.content() == whole.reader.content());
+        EXPECT_TRUE(words.text + "\n" + handedOut.reader.content() == whole.reader.content());
     }
+    Messages messages;
+    Open<> handedOut("<a>" + run + "<!-- c -->", 1); // the comment ends the run: its lines count
+    Words words;
+    ASSERT_TRUE(handedOut.reader.takeRun(words));
+    handedOut.reader.readXml();
+    EXPECT_EQ(handedOut.reader.lineCountOfFile(), Open<>("<a>" + run + "<!-- c -->", 2).reader.lineCountOfFile());
 }
 
 TEST(ReaderContent, NextMatchingEndTagStopsAtTheFirstOfItsName)

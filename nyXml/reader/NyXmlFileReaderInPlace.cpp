@@ -63,6 +63,8 @@ NyXmlFileReader::XML_READER_MODE NyXmlFileReader::nextEventInPlace()
     for (std::size_t textsWaiting = 0;;) {
         std::size_t white;
         std::size_t open = findTagInPlace(white); // the '<'
+        if (open == none && textsWaiting != 0)
+            m_isRunContinued = false; // a comment has ended the run, and its lines count
         if (open == none)
             return concludeText(endInText(m_theIndex + white != m_theBlock.size()), textsWaiting);
         bool const isText = m_theIndex + white != open;
