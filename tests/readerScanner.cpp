@@ -93,7 +93,8 @@ TEST(ReaderScanner, StreamThatFailsIsAtItsEnd)
     Messages messages;
     auto const eventsOfStream = [](std::istream& stream) {
         NyXmlFileReader reader("doc.xml", stream);
-        return eventsLeft(reader) + " | " + eventsLeft(reader);
+        std::string const seen = eventsLeft(reader);
+        return seen + " | " + eventsLeft(reader);
     };
     std::istringstream failed("<a/>");
     failed.setstate(std::ios::failbit);
