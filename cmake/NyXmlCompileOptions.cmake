@@ -9,6 +9,9 @@ function(nyxml_compile_options target)
         VISIBILITY_INLINES_HIDDEN ON
         POSITION_INDEPENDENT_CODE ON)
     target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Wcast-qual -Wformat=2)
+    if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU") # what clang++ does anyway: nobody replaces single functions of the library
+        target_compile_options(${target} PRIVATE -fno-semantic-interposition)
+    endif()
     if(NYXML_WARNINGS_AS_ERRORS)
         target_compile_options(${target} PRIVATE -Werror)
     endif()

@@ -19,16 +19,17 @@ int compare(std::string_view a, std::string_view b)
 
 } // namespace
 
-void NyXmlAttributeList::add(std::string_view name, std::string_view value)
+void NyXmlAttributeList::add(std::string_view name, std::string_view value, NyToken const* token)
 {
-    insert({ name, value, m_slotsUsed++, false, false, false });
+    insert({ name, value, token, m_slotsUsed++, false, false });
 }
 
 void NyXmlAttributeList::addCopy(NyToken const& name, std::string_view value)
 {
-    Entry entry{ name.localName(), value, m_slotsUsed++, false, true, false };
+    Entry entry{ name.localName(), value, nullptr, m_slotsUsed++, false, false };
     Slot& texts = slot(entry.m_slot);
     texts.m_token = name;
+    entry.m_token = &texts.m_token;
     keepIn(texts, entry);
     insert(entry);
 }
@@ -85,16 +86,12 @@ NyXmlAttributeList::Entry* NyXmlAttributeList::place(std::string_view localName)
 
 NyToken const& NyXmlAttributeList::tokenOf(Entry& entry) const
 {
-    NyToken& token = slot(entry.m_slot).m_token;
-    if (!entry.m_hasToken) {
-        static std::string const none;
-        if (!token.namespaceName().empty())
-            token = NyToken();
-        if (entry.m_name != token.localName())
-            token.assign(none).assign(entry.m_name);
-        entry.m_hasToken = true;
+    if (entry.m_token == nullptr) {
+        NyToken& token = slot(entry.m_slot).m_token;
+        token = NyToken(std::string(), std::string(entry.m_name));
+        entry.m_token = &token;
     }
-    return token;
+    return *entry.m_token;
 }
 
 NyToken const* NyXmlAttributeList::firstName() const
@@ -167,7 +164,13 @@ NyXmlAttributeList& NyXmlAttributeList::operator=(NyXmlAttributeList const& othe
     m_remaining = other.m_remaining;
     m_first = other.m_first;
     m_isSorted = other.m_isSorted;
-    for (Entry& entry : m_entries)
-        keepIn(slot(entry.m_slot), entry);
+    for (Entry& entry : m_entries) {
+        Slot& texts = slot(entry.m_slot);
+        keepIn(texts, entry);
+        if (entry.m_token != nullptr) { // the other's tokens do not outlive the other
+            texts.m_token = *entry.m_token;
+            entry.m_token = &texts.m_token;
+        }
+    }
     return *this;
 }

@@ -13,7 +13,8 @@
 /// The attributes of one tag, ordered by local name, and consumed by being taken. A part of NyXmlFileReader, of no use to others.
 ///
 /// Names and values are looked at where they stand in the reader's block. They become strings of the list's own when the block is about
-/// to change (own()), and a name becomes a token when somebody asks for it. Tokens and strings serve again for later tags.
+/// to change (own()), and a name that is no token yet becomes one when somebody asks for it. Tokens and strings serve again for later
+/// tags.
 ///
 /// What was taken stays in its place, marked, so that nothing moves and a name handed out stays where it is until the next tag.
 class NYXML_EXPORT NyXmlAttributeList {
@@ -32,7 +33,8 @@ public:
     }
 
     /// Adds an attribute whose texts stay where they are until own() or clear(). A name that is there already keeps its first value.
-    void add(std::string_view name, std::string_view value);
+    /// \param token  the name as a token that outlives the tag; null to have one made should somebody ask
+    void add(std::string_view name, std::string_view value, NyToken const* token);
 
     /// The same with a copy of both, for a name that may have a namespace.
     void addCopy(NyToken const& name, std::string_view value);
@@ -61,9 +63,9 @@ private:
     struct Entry {
         std::string_view m_name;
         std::string_view m_value;
-        std::size_t m_slot; ///< place in m_slots
+        NyToken const* m_token; ///< null as long as nobody asks
+        std::size_t m_slot;     ///< place in m_slots
         bool m_isTaken;
-        bool m_hasToken;
         bool m_isOwned;
     };
     struct Slot {

@@ -2,8 +2,6 @@
 
 #include <nyXml/reader/NyXmlElementStack.h>
 
-std::string const NyXmlElementStack::m_none;
-
 void NyXmlElementStack::push()
 {
     grow();
@@ -13,16 +11,26 @@ void NyXmlElementStack::push()
 void NyXmlElementStack::unname()
 {
     assert(m_depth != 0);
-    bool const hasParent = m_depth > 1;
-    m_top->m_theElement = hasParent ? m_records[m_depth - 2].m_theElement : NyToken();
-    m_top->m_isBare = hasParent && m_records[m_depth - 2].m_isBare;
+    Record const* const parent = m_depth > 1 ? m_records[m_depth - 2].get() : nullptr;
+    name(parent != nullptr ? *parent->m_name : NyToken());
+    m_top->m_isBare = parent != nullptr && parent->m_isBare;
 }
 
 void NyXmlElementStack::name(NyToken const& token)
 {
     assert(m_depth != 0);
     m_top->m_theElement = token;
+    m_top->m_name = &m_top->m_theElement;
     m_top->m_isBare = !token.empty() && token.namespaceName().empty() && token.localName().find(':') == std::string::npos;
+}
+
+// The record's own token serves again: of a row of equals it stays as it is.
+NyToken const& NyXmlElementStack::ownToken(Record& record, std::string_view localName)
+{
+    NyToken& token = record.m_theElement;
+    if (!token.namespaceName().empty() || token.localName() != localName)
+        token = NyToken(std::string(), std::string(localName));
+    return token;
 }
 
 void NyXmlElementStack::forgetDeclarations()
@@ -50,9 +58,18 @@ void NyXmlElementStack::bind(std::string const& prefix, std::string const& text)
 
 NyXmlElementStack& NyXmlElementStack::operator=(NyXmlElementStack const& other)
 {
-    m_records = other.m_records;
+    if (this == &other)
+        return *this;
+    m_records.clear();
+    for (std::size_t depth = 0; depth != other.m_depth; ++depth) {
+        Record const& record = *other.m_records[depth];
+        m_records.push_back(std::make_unique<Record>());
+        m_records.back()->m_theElement = *record.m_name; // the other's tokens do not outlive the other
+        m_records.back()->m_declarations = record.m_declarations;
+        m_records.back()->m_isBare = record.m_isBare;
+    }
     m_depth = other.m_depth;
-    m_top = m_depth != 0 ? &m_records[m_depth - 1] : nullptr;
+    m_top = m_depth != 0 ? m_records.back().get() : nullptr;
     m_theNamespaces = other.m_theNamespaces;
     m_declared = other.m_declared;
     return *this;

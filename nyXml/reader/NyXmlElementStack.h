@@ -6,8 +6,8 @@
 
 #include <cassert>
 #include <cstddef>
-#include <deque>
 #include <map>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -28,27 +28,26 @@ public:
     NyToken const& top() const noexcept
     {
         assert(m_depth != 0);
-        return m_top->m_theElement;
+        return *m_top->m_name;
     }
 
     /// The innermost element's name if an end tag of exactly these bytes closes it; empty if that takes a closer look.
     std::string_view bareName() const noexcept
     {
-        return m_depth != 0 && m_top->m_isBare ? std::string_view(m_top->m_theElement.localName()) : std::string_view();
+        return m_depth != 0 && m_top->m_isBare ? std::string_view(m_top->m_name->localName()) : std::string_view();
     }
 
     /// Opens an element that is as yet nameless: it goes by the name of the one around it.
     void push();
 
-    /// Opens an element of this local name. \param isBare  whether there is no `:` in it. Hot: once for every element.
-    void push(std::string_view localName, bool isBare)
+    /// Opens an element of this local name. Hot: once for every element.
+    /// \param isBare  whether there is no `:` in it
+    /// \param token   the same as a token that outlives the element; null to keep a copy
+    void push(std::string_view localName, bool isBare, NyToken const* token)
     {
         Record& record = grow();
-        if (!record.m_theElement.namespaceName().empty())
-            record.m_theElement = NyToken();
-        if (localName != record.m_theElement.localName()) // often it is the next of a row of equals
-            record.m_theElement.assign(m_none).assign(localName);
         record.m_isBare = isBare && !localName.empty();
+        record.m_name = token != nullptr ? token : &ownToken(record, localName);
     }
 
     /// Takes the name off the innermost element, as if it had been opened without.
@@ -62,12 +61,11 @@ public:
         assert(m_depth != 0);
         if (m_top->m_declarations != 0)
             forgetDeclarations();
-        --m_depth;
-        m_top = m_depth != 0 ? &m_records[m_depth - 1] : nullptr;
+        m_top = --m_depth != 0 ? m_records[m_depth - 1].get() : nullptr;
     }
 
     /// The element that was popped last, as long as no other was opened since.
-    NyToken const& popped() const noexcept { return m_records[m_depth].m_theElement; }
+    NyToken const& popped() const noexcept { return *m_records[m_depth]->m_name; }
 
     /// The text that a prefix is bound to, null if it is free.
     std::string const* binding(std::string const& prefix) const;
@@ -82,6 +80,7 @@ public:
 
 private:
     struct Record {
+        NyToken const* m_name = &m_theElement; ///< m_theElement, or what outlives it
         NyToken m_theElement;
         std::size_t m_declarations = 0; ///< how many at the end of m_declared are this element's
         bool m_isBare = false;
@@ -90,16 +89,15 @@ private:
     Record& grow()
     {
         if (m_depth == m_records.size())
-            m_records.emplace_back();
-        m_top = &m_records[m_depth++];
+            m_records.push_back(std::make_unique<Record>());
+        m_top = m_records[m_depth++].get();
         m_top->m_declarations = 0;
         return *m_top;
     }
+    static NyToken const& ownToken(Record& record, std::string_view localName);
     void forgetDeclarations();
 
-    static std::string const m_none;
-
-    std::deque<Record> m_records; ///< a deque: names handed out stay where they are when it grows
+    std::vector<std::unique_ptr<Record>> m_records; ///< names handed out stay where they are when it grows
     std::size_t m_depth = 0;
     Record* m_top = nullptr;
     std::map<std::string, std::string> m_theNamespaces;

@@ -154,6 +154,8 @@ NyXmlFileReader::XML_READER_MODE NyXmlFileReader::readXml()
     case XML_READER_END_TAG:
     case XML_READER_CONTENT: break;
     }
+    if (m_theWay == Way::IN_PLACE && m_theMode != XML_READER_EOF && everydayEventInPlace())
+        return m_theMode;
     Follower const& rule = followers[m_theMode];
     m_theMode = isReadInPlace() ? nextEventInPlace() : nextEvent();
     return (rule.m_refused & bit(m_theMode)) != 0 ? fault(rule.m_complaint) : m_theMode;

@@ -5,6 +5,7 @@
 #include <nyXml/platform/NyXmlExport.h>
 #include <nyXml/reader/NyXmlAttributeList.h>
 #include <nyXml/reader/NyXmlElementStack.h>
+#include <nyXml/reader/NyXmlNameTable.h>
 
 #include <cstddef>
 #include <iosfwd>
@@ -265,7 +266,7 @@ private:
     char getCurrentChar();
     void moveToBlockEnd();
     void moveToDelim(char delimiter);
-    void moveToIndex(std::size_t index);
+    void moveToIndex(std::size_t index) noexcept { m_theIndex = index; }
     void moveToNextWord();
     void ensureNewlineExists();
     std::size_t findDelimiter(char delimiter, std::size_t searched);
@@ -278,14 +279,14 @@ private:
 
     // The events where they stand in the block (NyXmlFileReaderInPlace.cpp).
     bool isReadInPlace();
+    bool everydayEventInPlace();
     XML_READER_MODE nextEventInPlace();
     std::size_t findTagInPlace(std::size_t& white);
-    bool isEndTagInPlace(std::size_t open, std::string_view name) const;
-    bool startTagWithoutAttributesInPlace(std::size_t open);
-    std::size_t takeContent(std::size_t start, std::size_t end, std::size_t open);
+    std::size_t takeContent(std::size_t start, std::size_t open);
     XML_READER_MODE tagInPlace(std::string_view tag, bool& isSkipped);
     bool endTagInPlace(std::string_view tag);
-    bool startTagInPlace(std::string_view text);
+    bool startTagInPlace(std::string_view tag);
+    void openElementInPlace(std::string_view name, bool isBare, std::string_view attributes);
     bool attributesInPlace(std::string_view text);
 
     // What both ways share.
@@ -337,6 +338,7 @@ private:
     int m_theLineOfRun = 0;                    ///< where that run began
     enum class Way : char { UNKNOWN, PLAIN, IN_PLACE } m_theWay = Way::UNKNOWN;
     std::string m_theLine; ///< scratch
+    NyXmlNameTable m_theNames;
 };
 
 #endif

@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <utility>
 
 namespace {
 
@@ -26,7 +27,7 @@ constexpr auto tableOf(std::string_view characters)
         table[static_cast<unsigned char>(c)] = true;
     return table;
 }
-constexpr auto endsBareName = tableOf(" \t\n\r#:/>!?");
+constexpr auto endsBareName = tableOf({ "\0 \t\n\r#:/>!?", 11 }); // the zero byte is the one behind the block
 constexpr auto endsElementName = tableOf(" \t\n\r#:");
 constexpr auto endsLocalElementName = tableOf(" \t\n\r#");
 constexpr auto endsAttributeName = tableOf(" \t\n\r=:");
@@ -39,6 +40,12 @@ std::size_t findAny(std::array<bool, 256> const& table, std::string_view text, s
     return from;
 }
 
+// Null if there is none.
+char const* find(char const* from, char const* end, char character)
+{
+    return static_cast<char const*>(std::memchr(from, character, static_cast<std::size_t>(end - from)));
+}
+
 // How many bytes in front of `end` are white.
 std::size_t whiteBefore(std::string_view text, std::size_t end)
 {
@@ -48,7 +55,20 @@ std::size_t whiteBefore(std::string_view text, std::size_t end)
     return end - first;
 }
 
-bool beginsWith(std::string_view text, std::string_view start) { return text.substr(0, start.size()) == start; }
+template <std::size_t N>
+bool beginsWith(std::string_view text, char const (&start)[N])
+{
+    return text.size() >= N - 1 && std::memcmp(text.data(), start, N - 1) == 0;
+}
+
+// A start tag without the white space at its end, nor that before the slash of an empty one.
+std::string_view withoutEnd(std::string_view tag)
+{
+    if (!tag.empty() && tag.back() == '/')
+        tag.remove_suffix(1);
+    tag.remove_suffix(whiteBefore(tag, tag.size()));
+    return tag;
+}
 
 bool endsWith(std::string_view text, std::string_view end)
 {
@@ -56,6 +76,57 @@ bool endsWith(std::string_view text, std::string_view end)
 }
 
 } // namespace
+
+// Hot: nearly all tags and texts of a document, those that are whole in the block and written as plainly as can be: <name>, </name>, texts
+// that end at the end tag of their element, tags with attributes. False, and nothing has changed, for all others.
+bool NyXmlFileReader::everydayEventInPlace()
+{
+    if (m_theIndex >= m_theBlock.size())
+        return false;
+    char const* const block = m_theBlock.c_str(); // the zero byte behind it ends every walk below
+    char const* const blockEnd = block + m_theBlock.size();
+    char const* const text = block + NyWhiteSpace::findBlack(m_theBlock, m_theIndex);
+    char const* open = text;
+    if (*text != '<') {
+        open = m_theMode == XML_READER_START_TAG ? find(text, blockEnd, '<') : nullptr;
+        if (open == nullptr || static_cast<std::size_t>(open - text) >= longText)
+            return false;
+    }
+
+    if (open[1] == '/') {
+        std::string_view const name = m_theElementStack.bareName();
+        if (name.empty() || static_cast<std::size_t>(blockEnd - open) < name.size() + 3 || open[name.size() + 2] != '>' ||
+            std::memcmp(open + 2, name.data(), name.size()) != 0)
+            return false;
+        moveToIndex(static_cast<std::size_t>(open - block) + name.size() + 3);
+        m_theElementStack.pop();
+        m_theMode = XML_READER_END_TAG;
+        if (open != text) {
+            std::string_view const content(text, static_cast<std::size_t>(open - text));
+            m_theContent.assign(content.data(), content.size() - whiteBefore(content, content.size()));
+            m_theMode = XML_READER_CONTENT;
+        }
+        return true;
+    }
+
+    char const* nameEnd = open + 1;
+    while (!endsBareName[static_cast<unsigned char>(*nameEnd)])
+        ++nameEnd;
+    std::string_view const name(open + 1, static_cast<std::size_t>(nameEnd - open) - 1);
+    char const* close = nullptr;
+    if (*nameEnd == '>')
+        close = nameEnd;
+    else if (*nameEnd == '/' && nameEnd[1] == '>')
+        close = nameEnd + 1;
+    else if (NyWhiteSpace::is(*nameEnd))
+        close = find(nameEnd, blockEnd, '>');
+    if (open != text || name.empty() || close == nullptr)
+        return false;
+    moveToIndex(static_cast<std::size_t>(close - block) + 1);
+    openElementInPlace(name, true, withoutEnd({ nameEnd, static_cast<std::size_t>(close - nameEnd) }));
+    m_theMode = close[-1] == '/' ? XML_READER_EMPTY_TAG : XML_READER_START_TAG;
+    return true;
+}
 
 // The steps of nextEvent(), in its order.
 NyXmlFileReader::XML_READER_MODE NyXmlFileReader::nextEventInPlace()
@@ -72,21 +143,11 @@ NyXmlFileReader::XML_READER_MODE NyXmlFileReader::nextEventInPlace()
             moveToIndex(open + 1);
             return concludeText(textOutOfPlace(), textsWaiting);
         }
-        if (isText && textsWaiting != 0)
-            m_isRunContinued = false;
-
-        std::string_view const name = m_theElementStack.bareName();
-        if (isEndTagInPlace(open, name)) {
-            if (isText)
-                open = takeContent(m_theIndex + white, open - whiteBefore(m_theBlock, open), open);
-            moveToIndex(open + name.size() + 3); // </name>
-            m_theElementStack.pop();
-            return isText ? XML_READER_CONTENT : concludeText(XML_READER_END_TAG, textsWaiting);
+        if (isText) {
+            if (textsWaiting != 0)
+                m_isRunContinued = false;
+            open = takeContent(m_theIndex, open);
         }
-        if (isText)
-            open = takeContent(m_theIndex, open, open);
-        if (startTagWithoutAttributesInPlace(open))
-            return concludeText(XML_READER_START_TAG, textsWaiting + (isText ? 1 : 0));
         moveToIndex(open + 1);
         std::size_t const close = findDelimiter('>', 0);
         if (close == none)
@@ -119,33 +180,12 @@ std::size_t NyXmlFileReader::findTagInPlace(std::size_t& white)
     return open;
 }
 
-// True for the end tag of the innermost element, written as plainly as can be: </name>
-bool NyXmlFileReader::isEndTagInPlace(std::size_t open, std::string_view name) const
+// Makes the text from `start` up to the tag at `open` the content. \return where that tag begins then
+std::size_t NyXmlFileReader::takeContent(std::size_t start, std::size_t open)
 {
-    std::string_view const text = std::string_view(m_theBlock).substr(open);
-    return text.size() >= name.size() + 3 && text[1] == '/' && text[name.size() + 2] == '>' && !name.empty() &&
-           std::memcmp(text.data() + 2, name.data(), name.size()) == 0;
-}
-
-// <name> and nothing but that. False, and nothing has changed, for what takes a closer look.
-bool NyXmlFileReader::startTagWithoutAttributesInPlace(std::size_t open)
-{
-    std::size_t const end = findAny(endsBareName, m_theBlock, open + 1);
-    if (end == m_theBlock.size() || m_theBlock[end] != '>' || end == open + 1)
-        return false;
-    moveToIndex(end + 1);
-    dropAttributes();
-    m_theNumOfAttributes = 0;
-    m_theElementStack.push(std::string_view(m_theBlock).substr(open + 1, end - open - 1), true);
-    return true;
-}
-
-// Makes the text from `start` to `end` the content. `open` is where the tag behind it begins. \return where it begins then
-std::size_t NyXmlFileReader::takeContent(std::size_t start, std::size_t end, std::size_t open)
-{
-    if (end - start < longText) {
-        m_theContent.assign(m_theBlock, start, end - start);
-        m_theContentStart = 0;
+    m_theContentStart = 0;
+    if (open - start < longText) {
+        m_theContent.assign(m_theBlock, start, open - start);
         return open;
     }
     m_theAttributes.own();
@@ -154,7 +194,7 @@ std::size_t NyXmlFileReader::takeContent(std::size_t start, std::size_t end, std
     m_theContent.swap(m_theBlock);
     m_theBlock.reserve(blockCapacity);
     m_theBlock.assign(m_theContent, open, none);
-    m_theContent.resize(end);
+    m_theContent.resize(open);
     m_theContentStart = start;
     m_theIndex = m_theBlockStart = m_theCounted = m_theNewline = 0;
     return 0;
@@ -227,32 +267,34 @@ bool NyXmlFileReader::endTagInPlace(std::string_view tag)
 }
 
 // False, and nothing has changed, for an element name that is missing or odd.
-bool NyXmlFileReader::startTagInPlace(std::string_view text)
+bool NyXmlFileReader::startTagInPlace(std::string_view tag)
 {
-    if (text.back() == '/')
-        text.remove_suffix(1);
-    text.remove_suffix(whiteBefore(text, text.size()));
+    std::string_view const text = withoutEnd(tag);
     std::size_t nameEnd = findAny(endsElementName, text);
     std::size_t const prefix = nameEnd < text.size() && text[nameEnd] == ':' ? nameEnd + 1 : 0;
     if (prefix != 0)
         nameEnd = findAny(endsLocalElementName, text, prefix);
     if (nameEnd == 0 || (nameEnd < text.size() && text[nameEnd] == '#'))
         return false;
-
-    dropAttributes();
     std::string_view const name = text.substr(prefix, nameEnd - prefix);
-    m_theElementStack.push(name, name.find(':') == none);
-    text.remove_prefix(NyWhiteSpace::findBlack(text, nameEnd));
-    if (!text.empty() && !attributesInPlace(text)) {
+    openElementInPlace(name, name.find(':') == none, text.substr(nameEnd));
+    return true;
+}
+
+void NyXmlFileReader::openElementInPlace(std::string_view name, bool isBare, std::string_view attributes)
+{
+    dropAttributes();
+    m_theElementStack.push(name, isBare, m_theNames.token(name));
+    attributes.remove_prefix(NyWhiteSpace::findBlack(attributes));
+    if (!attributes.empty() && !attributesInPlace(attributes)) {
         // From the bad attribute on, the plain way; until all is well the element goes by the name of the one around it.
-        NyToken const element{ std::string(name) };
+        NyToken const element = m_theElementStack.top();
         m_theElementStack.unname();
         if (!parseAttributes(m_theLine))
-            return true;
+            return;
         m_theElementStack.name(element);
     }
     m_theNumOfAttributes = static_cast<unsigned int>(m_theAttributes.remaining());
-    return true;
 }
 
 // name="value" ... without white space at the bounds. False at an attribute that is not well formed: m_theLine is the text from there on.
@@ -280,7 +322,7 @@ bool NyXmlFileReader::attributesInPlace(std::string_view text)
         if (beginsWith(name, "xmlns"))
             declareNamespace(std::string(name), std::string(value));
         else if (!beginsWith(name, "xsi:"))
-            m_theAttributes.add(name.substr(prefix), value);
+            m_theAttributes.add(name.substr(prefix), value, m_theNames.token(name.substr(prefix)));
         text.remove_prefix(NyWhiteSpace::findBlack(text, second + 1));
     }
     return true;

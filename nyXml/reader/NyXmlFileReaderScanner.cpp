@@ -57,8 +57,6 @@ void NyXmlFileReader::jumpTo(std::size_t index)
     m_theCounted = std::min(index, m_theBlock.size());
 }
 
-void NyXmlFileReader::moveToIndex(std::size_t index) { m_theIndex = index; }
-
 void NyXmlFileReader::moveToBlockEnd() { moveToIndex(none); }
 
 // Gives up the text in front of the cursor and reads on behind the rest: up to a full block, or a block more however long the rest is.

@@ -134,7 +134,7 @@ NyXmlFileReader::XML_READER_MODE NyXmlReader::readXml()
 {
     bool readOn = true;
     while (readOn) {
-        m_theTop->readXml();
+        m_theTop->NyXmlFileReader::readXml(); // no subclass is ever on the stack
         if (openFileTest())
             // A document in error keeps its last element in sight: if that is an include, no further event leads away from it.
             readOn = m_theTop->mode() != NyXmlFileReader::XML_READER_ERROR;
@@ -170,7 +170,7 @@ bool NyXmlReader::closeFileTest()
 bool NyXmlReader::openFileTest()
 {
     // Whatever the mode: a child that stands between an include's tags is an include's end, too.
-    if (element() != includeToken)
+    if (m_theTop->NyXmlFileReader::element() != includeToken)
         return false;
 
     m_theCheckVersionFlag = true;
