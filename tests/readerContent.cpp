@@ -63,7 +63,7 @@ TEST(ReaderContent, LongRunsTakeLinearTime)
 // A zero byte drops what is left of one read, so a run must be read in the same portions whether its words are handed out or not.
 TEST(ReaderContent, RunHandedOutHasTheWordsOfTheContent)
 {
-    struct Words : NyXmlWordSink {
+    struct Words final : NyXmlWordSink {
         void takeWords(std::string_view words) override { text.append(words); }
         void forgetWords() override {}
         std::string text;
