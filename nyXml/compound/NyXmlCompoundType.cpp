@@ -2,6 +2,7 @@
 
 #include <nyXml/compound/NyComponentShape.h>
 #include <nyXml/compound/NyVirtualSlot.h>
+#include <nyXml/core/NyShortText.h>
 #include <nyXml/core/NyXml.h>
 #include <nyXml/platform/NyPrint.h>
 #include <nyXml/reader/NyXmlReader.h>
@@ -434,7 +435,7 @@ NyComponent const* NyXmlCompoundType::nextOfShape(NyComponentKind kind, NyToken 
     std::size_t const next = m_theNext; // of the other kind perhaps: a guess and nothing more
     if (next > 0 && next <= components.size() && &components[next - 1].nameInDocuments == &token)
         return &components[next - 1]; // a lastingName()
-    bool const isNext = next < components.size() && components[next].token.localName() == token.localName();
+    bool const isNext = next < components.size() && NyShortText::same(components[next].token.localName(), token.localName());
     NyComponent const* const component = isNext ? &components[next] : NyComponentShape::find(components, token);
     if (component != nullptr)
         m_theNext = static_cast<std::uint16_t>(component - components.data() + 1);

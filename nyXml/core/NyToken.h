@@ -1,6 +1,7 @@
 #ifndef NYXML_CORE_NYTOKEN_H
 #define NYXML_CORE_NYTOKEN_H
 
+#include <nyXml/core/NyShortText.h>
 #include <nyXml/platform/NyXmlExport.h>
 
 #include <string>
@@ -67,7 +68,7 @@ public:
     /// Local names and namespaces, byte for byte.
     bool operator==(NyToken const& other) const noexcept
     {
-        return m_theToken == other.m_theToken && m_theNamespace == other.m_theNamespace;
+        return NyShortText::same(m_theToken, other.m_theToken) && NyShortText::same(m_theNamespace, other.m_theNamespace);
     }
     bool operator!=(NyToken const& other) const noexcept { return !(*this == other); }
 

@@ -106,28 +106,19 @@ NyToken const* NyXmlAttributeList::find(std::string const& localName) const
     return entry != nullptr ? &tokenOf(*entry) : nullptr;
 }
 
-void NyXmlAttributeList::takeOut(Entry& entry, std::string& value)
+bool NyXmlAttributeList::takeOut(Entry* entry, std::string_view& value)
 {
-    value.assign(entry.m_value);
-    entry.m_isTaken = true;
+    if (entry == nullptr)
+        return false;
+    value = entry->m_value;
+    entry->m_isTaken = true;
     --m_remaining;
+    return true;
 }
 
-bool NyXmlAttributeList::takeFirst(std::string& value)
-{
-    Entry* const entry = first();
-    if (entry != nullptr)
-        takeOut(*entry, value);
-    return entry != nullptr;
-}
+bool NyXmlAttributeList::takeFirst(std::string_view& value) { return takeOut(first(), value); }
 
-bool NyXmlAttributeList::take(std::string const& localName, std::string& value)
-{
-    Entry* const entry = place(localName);
-    if (entry != nullptr)
-        takeOut(*entry, value);
-    return entry != nullptr;
-}
+bool NyXmlAttributeList::take(std::string const& localName, std::string_view& value) { return takeOut(place(localName), value); }
 
 NyXmlAttributeList::Slot& NyXmlAttributeList::slot(std::size_t index) const
 {

@@ -52,9 +52,10 @@ public:
     /// The stored name that has this local name, null if there is none.
     NyToken const* find(std::string const& localName) const;
 
-    /// Takes the first one, or the one of this name, and copies its value. \return false if there is none; \p value stays
-    bool takeFirst(std::string& value);
-    bool take(std::string const& localName, std::string& value);
+    /// Takes the first one, or the one of this name. \return false if there is none; \p value stays
+    /// \param value  valid until own() or clear(), or the block changes
+    bool takeFirst(std::string_view& value);
+    bool take(std::string const& localName, std::string_view& value);
 
     /// Makes the texts independent of the block they stand in.
     void own();
@@ -87,7 +88,7 @@ private:
     Entry* first() const;
     Entry* place(std::string_view localName) const;
     NyToken const& tokenOf(Entry& entry) const;
-    void takeOut(Entry& entry, std::string& value);
+    bool takeOut(Entry* entry, std::string_view& value);
 
     mutable std::vector<Entry> m_entries;
     mutable std::deque<Slot> m_slots; ///< a deque: names handed out stay where they are when it grows

@@ -86,10 +86,6 @@ unsigned int NyXmlFileReader::errorCode() const { return m_theErrorCode; }
 
 void NyXmlFileReader::setErrorCode(unsigned int code) { m_theErrorCode = code; }
 
-NyXmlFileReader::XML_READER_MODE NyXmlFileReader::mode() const { return m_theMode; }
-
-NyToken const& NyXmlFileReader::element() const { return m_theElementStack.empty() ? m_theNullToken : m_theElementStack.top(); }
-
 int NyXmlFileReader::lineCountOfFile() const
 {
     countLines();

@@ -92,10 +92,10 @@ public:
     virtual void setErrorCode(unsigned int code);
 
     /// The last event, without moving.
-    virtual XML_READER_MODE mode() const;
+    virtual XML_READER_MODE mode() const { return m_theMode; }
 
     /// The innermost open element, m_theNullToken if there is none.
-    virtual NyToken const& element() const;
+    virtual NyToken const& element() const { return m_theElementStack.empty() ? m_theNullToken : m_theElementStack.top(); }
 
     /// The stored name that has the local name of \p name; m_theNullToken if the tag has no such attribute or it was taken.
     virtual NyToken const& attributeName(NyToken const& name) const;
@@ -183,6 +183,9 @@ public:
     /// The word that contentByWord() would give, cut off the content without a copy. Empty for empty content. Valid until the next call
     /// that reads, or asks for the content.
     std::string_view takeContentWord() noexcept;
+
+    /// What attributeValue() gives, without a copy: empty if no attribute is left. Valid until the next call that reads.
+    std::string_view takeAttribute();
 
     /// What getAttributeValueFast() gives, without a copy, and with an end: false when the input holds no further text in double quotes.
     /// \param text  valid until the next call that reads

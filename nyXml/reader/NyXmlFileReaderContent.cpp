@@ -43,12 +43,21 @@ NyToken const& NyXmlFileReader::attributeName() const
 
 std::string const& NyXmlFileReader::attributeValue(NyToken const& name)
 {
-    return m_theAttributes.take(name.localName(), m_theValue) ? m_theValue : m_theNullString;
+    std::string_view value;
+    return m_theAttributes.take(name.localName(), value) ? m_theValue.assign(value) : m_theNullString;
 }
 
 std::string const& NyXmlFileReader::attributeValue()
 {
-    return m_theAttributes.takeFirst(m_theValue) ? m_theValue : m_theNullString;
+    std::string_view value;
+    return m_theAttributes.takeFirst(value) ? m_theValue.assign(value) : m_theNullString;
+}
+
+std::string_view NyXmlFileReader::takeAttribute()
+{
+    std::string_view value;
+    m_theAttributes.takeFirst(value);
+    return value;
 }
 
 unsigned int NyXmlFileReader::numOfAttributes() const { return m_theNumOfAttributes; }

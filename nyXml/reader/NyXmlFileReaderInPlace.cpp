@@ -3,6 +3,7 @@
 // Hot: all of a document comes through here. Everyday tags are dealt with here and everything else is handed, before anything has
 // changed, to the operations of the plain way, which are the rule: a test drives both ways over the same documents and compares.
 
+#include <nyXml/core/NyShortText.h>
 #include <nyXml/core/NyWhiteSpace.h>
 #include <nyXml/reader/NyXmlFileReader.h>
 #include <nyXml/reader/NyXmlWordSink.h>
@@ -96,7 +97,7 @@ bool NyXmlFileReader::everydayEventInPlace()
     if (open[1] == '/') {
         std::string_view const name = m_theElementStack.bareName();
         if (name.empty() || static_cast<std::size_t>(blockEnd - open) < name.size() + 3 || open[name.size() + 2] != '>' ||
-            std::memcmp(open + 2, name.data(), name.size()) != 0)
+            !NyShortText::same(name, { open + 2, name.size() }))
             return false;
         moveToIndex(static_cast<std::size_t>(open - block) + name.size() + 3);
         m_theElementStack.pop();

@@ -1,11 +1,11 @@
 #ifndef NYXML_READER_NYXMLNAMETABLE_H
 #define NYXML_READER_NYXMLNAMETABLE_H
 
+#include <nyXml/core/NyShortText.h>
 #include <nyXml/core/NyToken.h>
 
 #include <array>
 #include <cstddef>
-#include <cstring>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -32,8 +32,7 @@ public:
             std::unique_ptr<NyToken>& entry = m_tokens[(place + way) % places];
             if (!entry)
                 entry = std::make_unique<NyToken>(std::string(), std::string(name));
-            std::string const& known = entry->localName();
-            if (known.size() == name.size() && std::memcmp(known.data(), name.data(), name.size()) == 0)
+            if (NyShortText::same(entry->localName(), name))
                 return entry.get();
         }
         return nullptr;

@@ -14,6 +14,7 @@
 #include <filesystem>
 #include <fstream>
 #include <system_error>
+#include <typeinfo>
 
 namespace {
 
@@ -129,17 +130,23 @@ void NyXmlReader::open(std::string const& name, std::istream& stream)
     m_theVersionFlag = true;
 }
 
-// Hot: once per event of every document. The hooks cost a look at the element's name and one at the mode.
+// Hot: once per event of every document. Where nobody overrides the hooks, a look at the mode and at the element's name tells that they
+// have nothing to do.
 NyXmlFileReader::XML_READER_MODE NyXmlReader::readXml()
 {
-    bool readOn = true;
-    while (readOn) {
-        m_theTop->NyXmlFileReader::readXml(); // no subclass is ever on the stack
-        if (openFileTest())
-            // A document in error keeps its last element in sight: if that is an include, no further event leads away from it.
-            readOn = m_theTop->mode() != NyXmlFileReader::XML_READER_ERROR;
-        else
-            readOn = closeFileTest();
+    NyXmlFileReader::XML_READER_MODE const mode = m_theTop->NyXmlFileReader::readXml();
+    bool const isEveryday = mode != NyXmlFileReader::XML_READER_EOF && !isInclude() && !m_theCheckVersionFlag;
+    return isEveryday && typeid(*this) == typeid(NyXmlReader) ? mode : examineEvent();
+}
+
+NyXmlFileReader::XML_READER_MODE NyXmlReader::examineEvent()
+{
+    for (;;) {
+        // A document in error keeps its last element in sight: if that is an include, no further event leads away from it.
+        bool const readOn = openFileTest() ? m_theTop->mode() != NyXmlFileReader::XML_READER_ERROR : closeFileTest();
+        if (!readOn)
+            break;
+        m_theTop->readXml();
     }
     if (m_theCheckVersionFlag) {
         m_theCheckVersionFlag = false;
@@ -157,9 +164,11 @@ NyXmlFileReader::XML_READER_MODE NyXmlReader::readRun(NyXmlWordSink& words)
     return mode;
 }
 
+bool NyXmlReader::isInclude() const { return m_theTop->NyXmlFileReader::element() == includeToken; }
+
 bool NyXmlReader::closeFileTest()
 {
-    if (m_theTop->mode() != NyXmlFileReader::XML_READER_EOF || m_theFileReaders.size() < 2)
+    if (m_theTop->NyXmlFileReader::mode() != NyXmlFileReader::XML_READER_EOF || m_theFileReaders.size() < 2)
         return false;
     pop();
     return true;
@@ -170,7 +179,7 @@ bool NyXmlReader::closeFileTest()
 bool NyXmlReader::openFileTest()
 {
     // Whatever the mode: a child that stands between an include's tags is an include's end, too.
-    if (m_theTop->NyXmlFileReader::element() != includeToken)
+    if (!isInclude())
         return false;
 
     m_theCheckVersionFlag = true;
@@ -294,25 +303,25 @@ bool NyXmlReader::checkVersion()
     return m_theVersionFlag;
 }
 
-// Forwarding
+// Forwarding. What is asked for each element is called by its full name: no subclass is ever on the stack.
 
-NyXmlFileReader::XML_READER_MODE NyXmlReader::mode() const { return m_theTop->mode(); }
+NyXmlFileReader::XML_READER_MODE NyXmlReader::mode() const { return m_theTop->NyXmlFileReader::mode(); }
 
-NyToken const& NyXmlReader::element() const { return m_theTop->element(); }
+NyToken const& NyXmlReader::element() const { return m_theTop->NyXmlFileReader::element(); }
 
-NyToken const& NyXmlReader::attributeName(NyToken const& name) const { return m_theTop->attributeName(name); }
+NyToken const& NyXmlReader::attributeName(NyToken const& name) const { return m_theTop->NyXmlFileReader::attributeName(name); }
 
-NyToken const& NyXmlReader::attributeName() const { return m_theTop->attributeName(); }
+NyToken const& NyXmlReader::attributeName() const { return m_theTop->NyXmlFileReader::attributeName(); }
 
-std::string const& NyXmlReader::attributeValue(NyToken const& name) { return m_theTop->attributeValue(name); }
+std::string const& NyXmlReader::attributeValue(NyToken const& name) { return m_theTop->NyXmlFileReader::attributeValue(name); }
 
-std::string const& NyXmlReader::attributeValue() { return m_theTop->attributeValue(); }
+std::string const& NyXmlReader::attributeValue() { return m_theTop->NyXmlFileReader::attributeValue(); }
 
 unsigned int NyXmlReader::numOfAttributes() const { return m_theTop->numOfAttributes(); }
 
-unsigned int NyXmlReader::remainingNumOfAttributes() const { return m_theTop->remainingNumOfAttributes(); }
+unsigned int NyXmlReader::remainingNumOfAttributes() const { return m_theTop->NyXmlFileReader::remainingNumOfAttributes(); }
 
-std::string const& NyXmlReader::content() const { return m_theTop->content(); }
+std::string const& NyXmlReader::content() const { return m_theTop->NyXmlFileReader::content(); }
 
 std::string const& NyXmlReader::contentByWord() const { return m_theTop->contentByWord(); }
 

@@ -129,6 +129,9 @@ public:
     /// The word that contentByWord() would give, cut off the content. Empty for empty content.
     std::string_view takeContentWord() noexcept { return m_theTop->takeContentWord(); }
 
+    /// What attributeValue() would give.
+    std::string_view takeAttribute() { return m_theTop->takeAttribute(); }
+
     /// What getAttributeValueFast() would give. False at the end of the input, where that call does not return.
     bool takeAttributeText(std::string_view& text) { return m_theTop->takeAttributeText(text); }
 
@@ -182,6 +185,8 @@ private:
     void findTop();
     void push(std::string const& name, std::istream& stream);
     void pop();
+    NyXmlFileReader::XML_READER_MODE examineEvent();
+    bool isInclude() const;
     bool takeLink(std::string& path, bool& remote);
     void openLink(std::string const& path, bool remote);
 

@@ -1,6 +1,7 @@
 #ifndef NYXML_VALUES_NYXMLGEOMETRY_H
 #define NYXML_VALUES_NYXMLGEOMETRY_H
 
+#include <nyXml/core/NyShortText.h>
 #include <nyXml/core/NyToken.h>
 #include <nyXml/core/NyXml.h>
 #include <nyXml/platform/NyPrint.h>
@@ -14,6 +15,7 @@
 #include <istream>
 #include <ostream>
 #include <string>
+#include <string_view>
 #include <typeinfo>
 
 /// What values have in common whose components are attributes of type double. Not for applications.
@@ -33,12 +35,13 @@ void readComponents(NyXmlReader& reader, Names<N> const& names, double (&compone
     auto const mode = reader.mode();
     if (mode != NyXmlFileReader::XML_READER_START_TAG && mode != NyXmlFileReader::XML_READER_EMPTY_TAG)
         return; // a word of a run: what waits are the attributes of the run
+    bool const isPlainReader = typeid(reader) == typeid(NyXmlReader);
     for (unsigned int count = reader.remainingNumOfAttributes(); count != 0; --count) {
         std::string const& name = reader.attributeName(); // gone once the value is taken
         std::size_t which = 0;
-        while (which < N && name != names[which]->localName())
+        while (which < N && !NyShortText::same(name, names[which]->localName()))
             ++which;
-        std::string const& text = reader.attributeValue();
+        std::string_view const text = isPlainReader ? reader.takeAttribute() : reader.attributeValue();
         if (which < N)
             components[which] = NyXmlText::toDouble(text);
     }
