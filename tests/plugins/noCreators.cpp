@@ -1,8 +1,9 @@
 // Half a plug-in: a name, but nobody to make it.
 
-#include "PluginObject.h"
+#include <nyXml/core/NyToken.h>
+#include <nyXml/platform/NyXmlExport.h>
 
-NyToken const* getClassToken(int)
+extern "C" NYXML_EXPORT NyToken const* getClassToken(int)
 {
     static NyToken const token("never");
     return &token;

@@ -1,7 +1,6 @@
-// Three classes under namespaced names: one of the library's, one derived from the library's, one that the application knows.
+// Two classes under namespaced names: one derived from the library's, one that is the library's and tells its origin.
 
-#include "PluginObject.h"
-
+#include <nyXml/compound/NyBaseXmlFactory.h>
 #include <nyXml/values/NyXmlBasicType.h>
 
 namespace {
@@ -12,20 +11,18 @@ public:
     NyXmlObject* newObject() const override { return new Length; }
 };
 
-struct Row {
+struct {
     NyToken token;
     NyXmlCreator creator;
-};
-
-Row const rows[] = {
-    { NyToken("http://example.com/shapes#number"), [] { return static_cast<NyXmlObject*>(new NyXmlBasicType<double>); } },
+} const rows[] = {
     { NyToken("http://example.com/shapes#length"), [] { return static_cast<NyXmlObject*>(new Length); } },
-    { NyToken("http://example.com/shapes#box"), [] { return static_cast<NyXmlObject*>(new PluginObject("shapes")); } },
+    { NyToken("http://example.com/shapes#box"),
+      [] { return static_cast<NyXmlObject*>(new NyXmlBasicType<std::string>("shapes")); } },
     { NyToken(), nullptr },
 };
 
 } // namespace
 
-NyToken const* getClassToken(int index) { return &rows[index].token; }
+extern "C" NYXML_EXPORT NyToken const* getClassToken(int index) { return &rows[index].token; }
 
-NyXmlCreator getCreator(int index) { return rows[index].creator; }
+extern "C" NYXML_EXPORT NyXmlCreator getCreator(int index) { return rows[index].creator; }
