@@ -47,7 +47,9 @@ std::string eventsLeft(Reader& reader)
 /// A reader with its stream, some events on.
 template <class Reader = NyXmlFileReader>
 struct Open {
-    explicit Open(std::string const& document, int events = 0) : stream(document), reader("doc.xml", stream)
+    explicit Open(std::string const& document, int events = 0, std::string const& name = "doc.xml")
+        : stream(document),
+          reader(name, stream)
     {
         for (; events != 0; --events)
             reader.readXml();
@@ -57,9 +59,9 @@ struct Open {
 };
 
 template <class Reader = NyXmlFileReader>
-std::string eventsOf(std::string const& document)
+std::string eventsOf(std::string const& document, std::string const& name = "doc.xml")
 {
-    Open<Reader> open(document);
+    Open<Reader> open(document, 0, name);
     return eventsLeft(open.reader);
 }
 

@@ -1,39 +1,29 @@
-// The front of the reader: one document out of several files, its version, its factory and its signals.
+// The front of the reader: one document out of several files, its version and its factory.
 
 #include "ReaderSupport.h"
 
 #include <nyXml/compound/NyXmlFactory.h>
 #include <nyXml/core/NyXmlObject.h>
-#include <nyXml/platform/NyApplication.h>
 #include <nyXml/reader/NyXmlReader.h>
-#include <nyXml/traversal/NyXmlSignals.h>
 
 #include <gtest/gtest.h>
 
-#include <sstream>
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace {
 
-using Reader = NyXmlFileReader;
-
-std::string eventsOf(std::string const& document, std::string const& name)
-{
-    std::istringstream stream(document);
-    NyXmlReader reader(name, stream);
-    return eventsLeft(reader);
-}
+std::string eventsOf(std::string const& document, std::string const& name) { return ::eventsOf<NyXmlReader>(document, name); }
 
 std::string include(std::string const& href) { return "<NyInclude type='simple' href='" + href + "'/>"; }
 
-/// Shows what subclasses see.
-class OpenReader : public NyXmlReader {
-public:
-    using NyXmlReader::NyXmlReader;
-    using NyXmlReader::pathOfLink;
-};
-
 TEST(DocumentReader, LinkStartsAtTheDocumentThatHoldsIt)
 {
+    struct OpenReader : NyXmlReader {
+        using NyXmlReader::NyXmlReader;
+        using NyXmlReader::pathOfLink;
+    };
     struct {
         char const *document, *href, *path;
     } const rows[] = {
@@ -50,10 +40,8 @@ TEST(DocumentReader, LinkStartsAtTheDocumentThatHoldsIt)
         { "a/b.xml", "http://g", "http://g/" },
     };
     for (auto const& row : rows) {
-        std::istringstream stream;
-        OpenReader reader(row.document, stream);
         bool remote = false;
-        EXPECT_EQ(reader.pathOfLink(row.href, remote), row.path) << row.document;
+        EXPECT_EQ(Open<OpenReader>("", 0, row.document).reader.pathOfLink(row.href, remote), row.path) << row.document;
         EXPECT_EQ(remote, std::string(row.path).find("http://") == 0) << row.path;
     }
 }
@@ -81,8 +69,8 @@ TEST(DocumentReader, NameLineAndErrorCodeAreTheTopDocuments)
     ScratchDirectory const directory;
     std::string const inner = directory.write("b.xml", "<b\nx='1'>\n<c/></b>");
     std::string const outer = directory.path("a.xml");
-    std::istringstream stream("\n<a>" + include("b.xml") + "\n\n<d/></a>");
-    NyXmlReader reader(outer, stream);
+    Open<NyXmlReader> open("\n<a>" + include("b.xml") + "\n\n<d/></a>", 0, outer);
+    NyXmlReader& reader = open.reader;
     for (std::string const& expected :
          { "a " + outer + ":2 0", "b " + inner + ":2 0", "c " + inner + ":3 2", " " + inner + ":3 2", "d " + outer + ":4 0" }) {
         reader.readXml();
@@ -114,13 +102,13 @@ TEST(DocumentReader, FailedIncludeCostsAMessageOnly)
     for (auto const& [attributes, complaint] : rows) {
         SCOPED_TRACE(attributes);
         Messages messages;
-        std::istringstream stream("<a>\n<NyInclude " + attributes + "/><c/></a>");
-        NyXmlReader reader("main.xml", stream);
         bool const isOpened = complaint.empty() || complaint == notSimple;
-        EXPECT_EQ(eventsLeft(reader), isOpened ? "start a | empty b | empty c | end | eof" : "start a | empty c | end | eof");
+        Open<NyXmlReader> open("<a>\n<NyInclude " + attributes + "/><c/></a>", 0, "main.xml");
+        EXPECT_EQ(eventsLeft(open.reader),
+                  isOpened ? "start a | empty b | empty c | end | eof" : "start a | empty c | end | eof");
         EXPECT_EQ(messages.types(), std::vector<int>(complaint.empty() ? 0 : 1, 4));
         EXPECT_EQ(messages.text(), complaint);
-        EXPECT_EQ(reader.errorCode(), 0u);
+        EXPECT_EQ(open.reader.errorCode(), 0u);
     }
 }
 
@@ -153,19 +141,16 @@ TEST(DocumentReader, ReaderLeftInsideIncludesReleasesTheirStreams)
 {
     Messages messages; // of documents that were left open
     ScratchDirectory const directory;
-    std::istringstream stream("<a>" + include(directory.write("b.xml", "<b><c/></b>")) + "<d/></a>");
-    NyXmlReader reader("main.xml", stream);
-    reader.readXml();
-    reader.readXml();
+    Open<NyXmlReader> open("<a>" + include(directory.write("b.xml", "<b><c/></b>")) + "<d/></a>", 2);
     {
-        NyXmlReader const copy(reader);
+        NyXmlReader const copy(open.reader);
         NyXmlReader assigned;
         assigned = copy;
-        assigned = reader;
+        assigned = open.reader;
         EXPECT_EQ(assigned.element(), NyToken("b"));
         assigned = NyXmlReader(); // lets go in the middle
     }
-    EXPECT_EQ(eventsLeft(reader), "empty c | end | empty d | end | eof") << "the copies have left the stream alone";
+    EXPECT_EQ(eventsLeft(open.reader), "empty c | end | empty d | end | eof") << "the copies have left the stream alone";
 }
 
 TEST(DocumentReader, MajorVersionsOfEachDocumentAreCompared)
@@ -181,13 +166,11 @@ TEST(DocumentReader, MajorVersionsOfEachDocumentAreCompared)
     for (auto const& [version, warning] : rows) {
         SCOPED_TRACE(version);
         Messages messages;
-        std::istringstream stream("<a version='" + version + "' x='1'><b version='9'/>" + unmarked + "</a>");
-        NyXmlReader reader("main.xml", stream);
-        reader.readXml();
-        EXPECT_EQ(reader.versionFlag(), warning != greater);
-        EXPECT_EQ(seenAt(reader), "start a x=1");
-        EXPECT_EQ(eventsLeft(reader), "empty b version=9 | empty c | end | eof");
-        EXPECT_TRUE(reader.versionFlag()) << "that of the document examined last";
+        Open<NyXmlReader> open("<a version='" + version + "' x='1'><b version='9'/>" + unmarked + "</a>", 1);
+        EXPECT_EQ(open.reader.versionFlag(), warning != greater);
+        EXPECT_EQ(seenAt(open.reader), "start a x=1");
+        EXPECT_EQ(eventsLeft(open.reader), "empty b version=9 | empty c | end | eof");
+        EXPECT_TRUE(open.reader.versionFlag()) << "that of the document examined last";
         EXPECT_EQ(messages.types(), std::vector<int>(warning.empty() ? 0 : 1, 4));
         std::string const start = "NyXmlObject::checkVersion warning: Input file version (v" + version + ") is ";
         EXPECT_EQ(messages.take(), warning.empty() ? "" : start + warning);
@@ -198,7 +181,6 @@ TEST(DocumentReader, OwnsItsFactory)
 {
     NyXmlCreator const creator = [] { return static_cast<NyXmlObject*>(nullptr); };
     NyXmlReader reader;
-    EXPECT_EQ(reader.factoryPointer(), nullptr);
     EXPECT_TRUE(reader.registerComponentCreator(NyToken("a"), creator));
     EXPECT_FALSE(reader.registerComponentCreator(NyToken("b"), creator));
     EXPECT_EQ(dynamic_cast<NyXmlFactory const&>(*reader.factoryPointer()).creatorMap().size(), 2u);
@@ -206,34 +188,10 @@ TEST(DocumentReader, OwnsItsFactory)
     auto* const own = new NyXmlFactory;
     reader.setFactoryPointer(own);
     EXPECT_FALSE(reader.registerComponentCreator(NyToken("a"), creator));
-    EXPECT_EQ(own->creatorMap().size(), 1u);
     NyXmlReader assigned;
     assigned = NyXmlReader(reader); // which goes first, and leaves it
     EXPECT_EQ(assigned.factoryPointer(), own);
     EXPECT_EQ(own->creatorMap().size(), 1u);
-}
-
-TEST(DocumentReader, CountsLinksOnBothSignals)
-{
-    std::ostringstream heard;
-    auto& manager = Ny::Application::instance().connectionManager();
-    auto const progress = manager.createSlot<Ny::SignalReadWriteProgressTraits>(
-        "signalReadWriteProgress", [&heard](double value) { heard << value << ' '; }, 0);
-    auto const status = manager.createSlot<Ny::SignalReadWriteStatusTraits>(
-        "signalReadWriteMsg", [&heard](std::string const& text) { heard << '"' << text << "\" "; }, 0);
-
-    NyXmlReader reader;
-    reader.incrementLinkCount();
-    reader.incrementLinkCount();
-    reader.setLinkTotal(4);
-    reader.incrementLinkCount();
-    reader.resetLinkCount();
-    reader.incrementLinkCount();
-    NyXmlReader(reader).incrementLinkCount(); // has no signals
-    NyXmlReader assigned;
-    assigned = reader;
-    assigned.incrementLinkCount(); // signals and counters are its own
-    EXPECT_EQ(heard.str(), "1 \"\" 2 \"\" 0.75 \"\" 0.25 \"\" 1 \"\" ");
 }
 
 } // namespace

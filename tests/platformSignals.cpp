@@ -1,9 +1,12 @@
 #include <nyXml/platform/NyApplication.h>
+#include <nyXml/reader/NyXmlReader.h>
 #include <nyXml/traversal/NyXmlSignals.h>
+#include <nyXml/writer/NyXmlWriter.h>
 
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <sstream>
 #include <string>
 #include <thread>
 #include <typeinfo>
@@ -13,55 +16,65 @@ namespace {
 
 using Progress = Ny::SignalReadWriteProgressTraits;
 using Status = Ny::SignalReadWriteStatusTraits;
-using Handle = boost::shared_ptr<Ny::ConnectionManagerTypes::Connection>;
 
 Ny::ConnectionManager& manager() { return Ny::Application::instance().connectionManager(); }
-
-/// A signal of an application's own, beside the library's.
-struct OwnTraits {
-    using Signature = void(int, int);
-    using SignalType = boost::signals2::signal<Signature>;
-    static std::string name() { return "ownSignal"; }
-};
 
 TEST(PlatformSignals, SlotsRunByGroupThenInOrderOfConnectionUntilTheirLastHandleGoes)
 {
     std::string heard;
-    std::vector<Handle> handles;
+    std::vector<boost::shared_ptr<Ny::ConnectionManagerTypes::Connection>> handles;
     for (auto const& [group, mark] : { std::pair(5, 'd'), std::pair(-1, 'a'), std::pair(2, 'b'), std::pair(2, 'c') })
         handles.push_back(manager().createSlot<Status>(
             "signalReadWriteMsg", [&heard, mark = mark](std::string text) { heard += mark + text; }, group));
     auto const signal = Ny::namedSignal<Status>(manager());
     (*signal)("1");
-    Handle const last = handles[1];
+    auto const last = handles[1];
     handles.clear();
     (*signal)("2");
     EXPECT_EQ(heard, "a1b1c1d1a2");
+    EXPECT_THROW((void)manager().createSlot<Progress>("signalReadWriteMsg", {}, 0), std::bad_cast);
 }
 
-TEST(PlatformSignals, NameMakesTheSignalAndTypesAreNotMixedUp)
+TEST(PlatformSignals, ReadersAndWritersTellOfTheirLinks)
 {
-    int sum = 0;
-    auto const handle = manager().createSlot<OwnTraits>(
-        "ownSignal", [&sum](int a, int b) { sum += a * b; }, 0);
-    (*Ny::namedSignal<OwnTraits>(manager()))(6, 7);
-    EXPECT_EQ(sum, 42);
-    EXPECT_THROW((void)manager().createSlot<Progress>("signalReadWriteMsg", {}, 0), std::bad_cast);
-    EXPECT_THROW((void)manager().createSlot<Status>("ownSignal", {}, 0), std::bad_cast);
+    std::ostringstream heard;
+    auto const progress = manager().createSlot<Progress>(
+        "signalReadWriteProgress", [&heard](double value) { heard << value << ' '; }, 0);
+    auto const status = manager().createSlot<Status>(
+        "signalReadWriteMsg", [&heard](std::string const& text) { heard << '"' << text << "\" "; }, 0);
+    auto const countLinks = [](auto& counter) {
+        counter.incrementLinkCount();
+        counter.incrementLinkCount();
+        counter.setLinkTotal(4);
+        counter.incrementLinkCount();
+        counter.resetLinkCount();
+        counter.incrementLinkCount();
+        std::decay_t<decltype(counter)>(counter).incrementLinkCount(); // nobody hears a copy
+    };
+    NyXmlReader reader, assigned;
+    NyXmlWriter writer;
+    countLinks(reader);
+    assigned = reader;
+    assigned.incrementLinkCount(); // its signals and counters are its own
+    countLinks(writer);
+    EXPECT_EQ(heard.str(), "1 \"\" 2 \"\" 0.75 \"\" 0.25 \"\" 1 \"\" "
+                           "1 \"Writing: 1\" 2 \"Writing: 2\" 0.75 \"Writing: 0.75\" 0.25 \"Writing: 0.25\" ");
 }
 
 TEST(Threads, FirstUseOfASignalMayComeFromAnyOfThem)
 {
-    struct SharedTraits : OwnTraits {
+    struct OwnTraits {
+        using Signature = void(int, int);
+        using SignalType = boost::signals2::signal<Signature>;
         static std::string name() { return "made by whichever thread comes first"; }
     };
     constexpr int rounds = 100;
     std::atomic<int> heard{ 0 };
     auto const connectAndEmit = [&heard] {
         for (int i = 0; i != rounds; ++i) {
-            auto const own = manager().createSlot<SharedTraits>(
-                SharedTraits::name(), [&heard](int, int) { ++heard; }, i);
-            (*Ny::namedSignal<SharedTraits>(manager()))(i, i);
+            auto const own = manager().createSlot<OwnTraits>(
+                OwnTraits::name(), [&heard](int, int) { ++heard; }, i);
+            (*Ny::namedSignal<OwnTraits>(manager()))(i, i);
         }
     };
     std::thread other(connectAndEmit);

@@ -1,7 +1,5 @@
 #include "Support.h"
 
-#include <nyXml/platform/NyApplication.h>
-#include <nyXml/traversal/NyXmlSignals.h>
 #include <nyXml/writer/NyXmlWriter.h>
 
 #include <gtest/gtest.h>
@@ -192,25 +190,6 @@ TEST(Writer, CopyGoesOnWhereTheSourceStands)
     play(assigned, "<x/v#b #0.1 /");
     EXPECT_EQ(stream.str(), head + ">0.10000000000000000555 0.1</a>\n");
     EXPECT_EQ(other.str(), " <b>0.10000000000000000555</b>\n");
-}
-
-TEST(Writer, LinksAreCountedAndTold)
-{
-    std::string heard;
-    auto& manager = Ny::Application::instance().connectionManager();
-    auto const progress = manager.createSlot<Ny::SignalReadWriteProgressTraits>(
-        "signalReadWriteProgress", [&heard](double value) { heard += std::to_string(value) + ' '; }, 0);
-    auto const status = manager.createSlot<Ny::SignalReadWriteStatusTraits>(
-        "signalReadWriteMsg", [&heard](std::string text) { heard += text + ", "; }, 0);
-    NyXmlWriter writer;
-    writer.incrementLinkCount();
-    writer.setLinkTotal(2);
-    writer.incrementLinkCount();
-    writer.incrementLinkCount();
-    writer.resetLinkCount();
-    writer.incrementLinkCount();
-    NyXmlWriter(writer).incrementLinkCount(); // nobody hears a copy
-    EXPECT_EQ(heard, "1.000000 Writing: 1, 1.000000 Writing: 1, 1.500000 Writing: 1.5, 0.500000 Writing: 0.5, ");
 }
 
 /// Looks over the writer's shoulder, and at the stream: what the base has written is there when the next operation is called.
