@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <locale>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -43,6 +44,23 @@ private:
     std::vector<int> m_types;
     std::vector<std::string> m_locations;
     std::string m_text;
+};
+
+/// Gives the process a locale that writes "1.234.567,5", for as long as it lives.
+class GroupedNumbers {
+public:
+    GroupedNumbers() = default;
+    ~GroupedNumbers() { std::locale::global(m_before); }
+    GroupedNumbers(GroupedNumbers const&) = delete;
+    GroupedNumbers& operator=(GroupedNumbers const&) = delete;
+
+private:
+    struct Grouped : std::numpunct<char> {
+        char do_decimal_point() const override { return ','; }
+        char do_thousands_sep() const override { return '.'; }
+        std::string do_grouping() const override { return "\3"; }
+    };
+    std::locale const m_before = std::locale::global(std::locale(std::locale::classic(), new Grouped));
 };
 
 /// A directory of its own for a test's files, removed with all that is in it.

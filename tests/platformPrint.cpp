@@ -5,7 +5,6 @@
 #include <clocale>
 #include <cstdlib>
 #include <iomanip>
-#include <locale>
 #include <ostream>
 #include <thread>
 
@@ -24,17 +23,14 @@ TEST(PlatformPrint, WriteKeepsEveryByteOfAnyLength)
 
 TEST(PlatformPrint, MessagesDependOnNoLocale)
 {
-    struct Grouped : std::numpunct<char> {
-        char do_thousands_sep() const override { return '.'; }
-        std::string do_grouping() const override { return "\3"; }
-    };
     std::string const before = std::setlocale(LC_ALL, nullptr);
-    std::locale const cppBefore = std::locale::global(std::locale(std::locale::classic(), new Grouped));
-    std::setlocale(LC_ALL, "de_DE.UTF-8"); // where that is not installed, the stream's half of the test remains
     Messages messages;
-    Ny::Print::write(4, "%.2f ", 1234.5);
-    std::thread([] { Ny::Print::ostream(3, "where") << 1234567; }).join(); // its stream is made under that locale
-    std::locale::global(cppBefore);
+    {
+        GroupedNumbers const grouped;
+        std::setlocale(LC_ALL, "de_DE.UTF-8"); // where that is not installed, the stream's half of the test remains
+        Ny::Print::write(4, "%.2f ", 1234.5);
+        std::thread([] { Ny::Print::ostream(3, "where") << 1234567; }).join(); // its stream is made under that locale
+    }
     std::setlocale(LC_ALL, before.c_str());
     EXPECT_EQ(messages.types(), (std::vector{ 4, 3 }));
     EXPECT_EQ(messages.locations(), (std::vector<std::string>{ "", "where" }));

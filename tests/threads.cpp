@@ -1,8 +1,7 @@
 // Each thread has its own readers, writers and objects, but classes, defaults and the print facility are everybody's.
 
-#include "ValueSupport.h"
+#include "CompoundSupport.h"
 
-#include <nyXml/compound/NyXmlCompoundType.h>
 #include <nyXml/values/NyXmlVectorBasicType.h>
 
 #include <gtest/gtest.h>
@@ -16,19 +15,11 @@
 
 namespace {
 
-class Sample : public NyXmlCompoundType {
+class Sample : public Model<Sample> {
 public:
-    NyXmlObject* clone() const override { return new Sample(*this); }
-    NyXmlObject* newObject() const override { return new Sample; }
-    NyToken const& token() const override
-    {
-        static NyToken const token("urn:test/threads#sample");
-        return token;
-    }
-    bool equality(NyXmlObject const*) const override { return false; } // documents are compared
-    void registerComponents() override { registerComponent(NyToken("urn:test/threads#values"), &values); }
+    void registerComponents() override { registerComponent(NyToken(ns, "numbers"), &numbers); }
 
-    NyXmlVectorBasicType<NyXmlBasicType<double>> values;
+    NyXmlVectorBasicType<NyXmlBasicType<double>> numbers;
 };
 
 TEST(Threads, ReadWriteAndReportSideBySide)
@@ -49,7 +40,7 @@ TEST(Threads, ReadWriteAndReportSideBySide)
             while (waiting != 0) {} // together, so that first uses meet
             Sample sample;
             for (int round = 0; round < 50; ++round) {
-                sample.values.pushBack(0.1 * round);
+                sample.numbers.pushBack(0.1 * round);
                 std::string const document = writtenValue(sample);
                 Sample again;
                 readValue(again, document);
