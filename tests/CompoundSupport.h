@@ -6,10 +6,14 @@
 #include <nyXml/compound/NyXmlCompoundType.h>
 #include <nyXml/core/NyXml.h>
 
-/// The namespace of the tests' compounds.
-inline std::string const ns = "urn:demo/cell";
+#include <limits>
+#include <utility>
 
-/// What every object of a test's model needs beside its members. Two are equal if their values() are.
+/// The namespace of the tests' compounds.
+inline std::string const ns = "urn:t";
+
+/// What every object of a test's model needs beside its members. Two are equal if their values() are; without any, nothing is equal,
+/// and all is written.
 template <class Derived, class Base = NyXmlCompoundType>
 class Model : public Base {
 public:
@@ -22,20 +26,27 @@ public:
         auto const* same = dynamic_cast<Derived const*>(other);
         return same != nullptr && static_cast<Derived const&>(*this).values() == same->values();
     }
-    int values() const { return 0; }
+    double values() const { return std::numeric_limits<double>::quiet_NaN(); }
 };
 
-/// What stands behind the root's declaration of its namespace.
-inline std::string written(NyXmlObject const& object, bool withDefaults = false)
-{
-    std::ostringstream stream;
-    NyXmlWriter writer("cell.xml", stream);
-    writer.setWriteDefaultDataFlag(withDefaults);
-    writer.writeStartTag(NyToken(ns, "cell"));
-    object.write(writer);
-    writer.writeEndTag();
-    std::string const mark = "xmlns=\"" + ns + "\"";
-    return stream.str().substr(stream.str().find(mark) + mark.size());
-}
+/// A compound of members that are the caller's; those without a namespace are attributes. A class for each number.
+template <int number = 0>
+class Compound : public Model<Compound<number>> {
+public:
+    using Members = std::vector<std::pair<NyToken, NyXmlObject*>>;
+    explicit Compound(Members const& members = {}) : m_members(members) { this->xmlInit(); }
+    void registerComponents() override
+    {
+        for (auto const& [name, member] : m_members) {
+            if (name.xmlNamespace().empty())
+                this->registerAttributeComponent(name, member);
+            else
+                this->registerComponent(name, member);
+        }
+    }
+
+private:
+    Members m_members;
+};
 
 #endif

@@ -5,16 +5,14 @@
 
 #include <nyXml/schema/NyXmlSchema.h>
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
-#include <fstream>
 #include <iterator>
 #include <map>
 #include <regex>
 #include <sstream>
-#include <stdexcept>
-#include <string>
 #include <typeinfo>
-#include <utility>
 
 /// All files under a directory, by their path in it.
 inline std::map<std::string, std::string> filesUnder(std::string const& directory)

@@ -8,10 +8,10 @@
 #include <nyXml/schema/NyXmlSchema.h>
 #include <nyXml/writer/NyXmlWriter.h>
 
+#include <gtest/gtest.h>
+
 #include <sstream>
-#include <string>
 #include <typeinfo>
-#include <vector>
 
 /// The texts between bars.
 inline std::vector<std::string> splitAtBars(std::string const& text)
@@ -29,7 +29,7 @@ public:
     using NyXmlReader::NyXmlReader;
 };
 
-/// Reads a value from a document whose root it is. \param seen  what the reader shows of the events behind it
+/// Reads a value from a document whose root it is. \param seen  what the reader shows of the events behind it, as long as there are any
 template <class Reader = NyXmlReader>
 bool readValue(NyXmlObject& value, std::string const& document, std::string* seen = nullptr)
 {
@@ -37,7 +37,7 @@ bool readValue(NyXmlObject& value, std::string const& document, std::string* see
     Reader reader("in.xml", stream);
     reader.readXml();
     bool const result = value.read(reader);
-    for (int events = 0; seen != nullptr && events < 3; ++events) {
+    for (int events = 0; seen != nullptr && events < 3 && reader.errorCode() == 0; ++events) {
         *seen += std::to_string(reader.mode()) + " " + reader.element().token() + " '" + reader.content() + "' " +
                  std::to_string(reader.lineCountOfFile()) + " " + std::to_string(reader.numOfAttributes()) + "\n";
         reader.readXml();
@@ -57,16 +57,33 @@ inline bool readAttributeOf(NyXmlObject& value, std::string const& document)
 }
 
 /// From the value's own tag, `<v`, to its end.
-inline std::string writtenValue(NyXmlObject const& value)
+inline std::string writtenValue(NyXmlObject const& value, bool withDefaults = false)
 {
     std::ostringstream stream;
     NyXmlWriter writer("out.xml", stream);
+    writer.setWriteDefaultDataFlag(withDefaults);
     writer.writeStartTag(NyToken("urn:t#root"));
     writer.writeStartTagUsingParentNamespace(NyToken("v"));
     value.write(writer);
     writer.writeEndTag();
     std::string const document = stream.str();
     return document.substr(document.find("<v"));
+}
+
+/// Reads a value in both ways, that of the library's own reader and the plain one: nobody may see a difference.
+/// \return  "true" or "false", and what is seen of the events behind the value, as of readValue(), and of messages
+template <class Value>
+std::string expectBothWaysAgree(Value& value, std::string const& document)
+{
+    Messages messages;
+    Value plain(value);
+    std::string seen, seenPlainly;
+    bool const result = readValue(value, document, &seen);
+    seen += messages.take();
+    EXPECT_EQ(readValue<ApplicationReader>(plain, document, &seenPlainly), result);
+    EXPECT_EQ(seen, seenPlainly + messages.text());
+    EXPECT_EQ(writtenValue(value), writtenValue(plain)); // as written, since a NaN is unequal to itself
+    return (result ? "true " : "false ") + seen;
 }
 
 /// The calls that describe a value, as "size=j [2 element: d ]": attributes, types by their mangled names, elements with their option.

@@ -2,13 +2,10 @@
 
 #include <nyXml/values/NyXmlBasicType.h>
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <memory>
 #include <random>
 #include <tuple>
-#include <vector>
 
 namespace {
 
@@ -100,14 +97,14 @@ TEST(Compound, WritesInOrderOfNamesWithoutDefaults)
 {
     firstAndLater([] {
         Arm arm;
-        EXPECT_EQ(written(arm), " xsi:nil=\"true\"/>\n");
-        EXPECT_EQ(written(arm, true), " axis=\"0\" id=\"0\">\n <length>0</length>\n <name></name>\n <wrist>\n"
-                                      "  <angle>0</angle>\n  <label></label>\n </wrist>\n</cell>\n");
+        EXPECT_EQ(writtenValue(arm), "<v xsi:nil=\"true\"/>\n");
+        EXPECT_EQ(writtenValue(arm, true), "<v axis=\"0\" id=\"0\">\n  <length>0</length>\n  <name></name>\n  <wrist>\n"
+                                           "   <angle>0</angle>\n   <label></label>\n  </wrist>\n </v>\n");
         arm.id = 1;
-        EXPECT_EQ(written(arm), " axis=\"0\" id=\"1\">\n <length>0</length>\n</cell>\n");
+        EXPECT_EQ(writtenValue(arm), "<v axis=\"0\" id=\"1\">\n  <length>0</length>\n </v>\n");
         readValue(arm, armDocument);
-        EXPECT_EQ(written(arm), " axis=\"-2\" id=\"7\">\n <length>1.5</length>\n <name>long arm</name>\n <wrist>\n"
-                                "  <angle>0.5</angle>\n  <label>w</label>\n </wrist>\n</cell>\n");
+        EXPECT_EQ(writtenValue(arm), "<v axis=\"-2\" id=\"7\">\n  <length>1.5</length>\n  <name>long arm</name>\n  <wrist>\n"
+                                     "   <angle>0.5</angle>\n   <label>w</label>\n  </wrist>\n </v>\n");
     });
 }
 
@@ -213,7 +210,7 @@ TEST(Compound, LocalNamesShareOneEntryAndOneMark)
                           { READ_ONLY_ELEMENT, NyToken("urn:other", "hidden"), 3 } });
         readValue(object, "<cell both='1'><both>2</both><hidden>3</hidden></cell>");
         EXPECT_TRUE(object.members[2].value() == 1 && object.members[3].value() == 3);
-        EXPECT_EQ(written(object, true), ">\n <both>2</both>\n</cell>\n");
+        EXPECT_EQ(writtenValue(object, true), "<v>\n  <both>2</both>\n </v>\n");
     });
 }
 
@@ -235,12 +232,9 @@ TEST(Compound, EqualityComparesNamesAndMarksAndNoValues)
         two.xmlInit();
         EXPECT_TRUE(one == two) << "not initialised";
         one.xmlInit();
+        one.members[0] = 5;
         EXPECT_EQ(one == two, result);
     }
-    Arm one, two;
-    readValue(one, armDocument);
-    readValue(two, "<cell/>");
-    EXPECT_TRUE(one == two);
 }
 
 // Overrides of what supplies the maps are called for every object of a class, also if they only pass the call on.
@@ -303,7 +297,7 @@ TEST(Compound, HooksSeeEveryNameWhole)
     Messages messages;
     firstAndLater([&] {
         Curious object;
-        readValue(object, "<c:cell xmlns:c='urn:demo/cell'><c:label>x</c:label><any>1</any><angle>2</angle></c:cell>");
+        readValue(object, "<c:cell xmlns:c='urn:t'><c:label>x</c:label><any>1</any><angle>2</angle></c:cell>");
         EXPECT_EQ(object.seen, "#label #any #angle ");
         EXPECT_EQ(messages.take(), "");
     });

@@ -4,12 +4,7 @@
 #include <nyXml/values/NyXmlEmbeddedString.h>
 #include <nyXml/values/NyXmlEnumType.h>
 
-#include <gtest/gtest.h>
-
 #include <random>
-#include <string>
-#include <utility>
-#include <vector>
 
 namespace {
 

@@ -1,7 +1,5 @@
 #include "SchemaSupport.h"
 
-#include <gtest/gtest.h>
-
 namespace {
 
 // A model in two namespaces, with whatever a file can hold.

@@ -2,17 +2,12 @@
 
 #include <nyXml/values/NyXmlTextOf.h>
 
-#include <gtest/gtest.h>
-
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <random>
-#include <sstream>
-#include <string>
-#include <vector>
 
 namespace {
 

@@ -1,24 +1,6 @@
 #include "CompoundSupport.h"
 
-#include <nyXml/compound/NyBaseExpressionTreeElement.h>
-#include <nyXml/compound/NyXmlBaseVariableCompoundType.h>
-#include <nyXml/traversal/NyXmlObjectVisitor.h>
-#include <nyXml/values/NyXmlBasicType.h>
-#include <nyXml/values/NyXmlEnumType.h>
-#include <nyXml/values/NyXmlListType.h>
-#include <nyXml/values/NyXmlMapType.h>
-#include <nyXml/values/NyXmlOrientation.h>
-#include <nyXml/values/NyXmlPairType.h>
-#include <nyXml/values/NyXmlSetType.h>
-#include <nyXml/values/NyXmlVector.h>
-#include <nyXml/values/NyXmlVectorBasicType.h>
-#include <nyXml/values/NyXmlVectorType.h>
-#include <nyXml/values/NyXmlVectorVector.h>
-
-#include <gtest/gtest.h>
-
-#include <string>
-#include <typeinfo>
+#include <nyXml/nyXml.h>
 
 namespace {
 
@@ -64,6 +46,15 @@ private:
     std::string m_refused;
 };
 
+/// A compound with elements a, b, c...
+Compound<> tree(std::vector<NyXmlObject*> const& objects)
+{
+    Compound<>::Members members;
+    for (NyXmlObject* object : objects)
+        members.emplace_back(NyToken(ns, std::string(1, static_cast<char>('a' + members.size()))), object);
+    return Compound<>(members);
+}
+
 std::string walk(NyXmlObject const& root, int depth = -1, std::string const& refused = {})
 {
     Transcript transcript("root", refused);
@@ -72,18 +63,6 @@ std::string walk(NyXmlObject const& root, int depth = -1, std::string const& ref
     EXPECT_TRUE(transcript.isBalanced());
     return transcript.lines;
 }
-
-class Tree : public Model<Tree> {
-public:
-    explicit Tree(ComponentMap const& elements = {}, ComponentMap const& attributes = {})
-    {
-        for (auto const& [name, object] : elements)
-            registerComponent(name, object);
-        for (auto const& [name, object] : attributes)
-            registerAttributeComponent(name, object);
-    }
-    void registerComponents() override {}
-};
 
 // Every family tells itself in its own words; the walk enters what it enters and nothing else.
 TEST(Visitor, EveryFamilyHasItsReport)
@@ -102,11 +81,8 @@ TEST(Visitor, EveryFamilyHasItsReport)
     NyXmlOrientation orientation;
     NyXmlVectorType<Text> texts(1, Text("x"));
     NyXmlVectorType<Number> nothing;
-    Tree inner({}, { { "hidden", &number } });
-    Tree::ComponentMap const members = { { "a", &number },  { "b", &word },   { "c", &map },         { "d", &pair },
-                                         { "e", &path },    { "f", &vector }, { "g", &orientation }, { "h", &texts },
-                                         { "i", &nothing }, { "j", &inner } };
-    EXPECT_EQ(walk(Tree(members)),
+    Compound<1> inner({ { "hidden", &number } });
+    EXPECT_EQ(walk(tree({ &number, &word, &map, &pair, &path, &vector, &orientation, &texts, &nothing, &inner })),
               "root: [root (10)]\n"
               "<.a: [a] [0.1]\n"
               ".b: [b] [fast]\n"
@@ -134,16 +110,17 @@ TEST(Visitor, DepthAndRefusal)
     NyXmlVectorType<Number> numbers(1, Number(5));
     NyXmlVectorType<NyXmlVectorType<Number>> rows(2, numbers);
     NyXmlVectorVector path(1);
-    Tree leaf, tree({ { "leaf", &leaf }, { "path", &path }, { "rows", &rows } });
-    EXPECT_EQ(walk(tree, 0), "root: [root (3)]\n<>");
-    EXPECT_EQ(walk(tree, 1), "root: [root (3)]\n<>");
-    std::string const top = "root: [root (3)]\n<.leaf: [leaf (0)]\n.path: [path (1)]\n..x: [x] [0]\n..y: [y] [0]\n..z: [z] [0]\n"
-                            ".rows: [rows (2)]\n<";
-    EXPECT_EQ(walk(tree, 2), top + ">>");
-    EXPECT_EQ(walk(tree, 3), top + "..element: [element (1)]\n<>..element: [element (1)]\n<>>>");
-    EXPECT_EQ(walk(tree, -1, "element"), walk(tree, 3)) << "refusing stops the descent and not the siblings";
-    EXPECT_EQ(walk(tree, -1, "x"), walk(tree)) << "what is said to a coordinate does not matter";
-    EXPECT_EQ(walk(tree, -1, "root"), "root: [root (3)]\n");
+    Compound<1> leaf;
+    Compound<> const root = tree({ &leaf, &path, &rows });
+    EXPECT_EQ(walk(root, 0), "root: [root (3)]\n<>");
+    EXPECT_EQ(walk(root, 1), "root: [root (3)]\n<>");
+    std::string const top = "root: [root (3)]\n<.a: [a (0)]\n.b: [b (1)]\n..x: [x] [0]\n..y: [y] [0]\n..z: [z] [0]\n"
+                            ".c: [c (2)]\n<";
+    EXPECT_EQ(walk(root, 2), top + ">>");
+    EXPECT_EQ(walk(root, 3), top + "..element: [element (1)]\n<>..element: [element (1)]\n<>>>");
+    EXPECT_EQ(walk(root, -1, "element"), walk(root, 3)) << "refusing stops the descent and not the siblings";
+    EXPECT_EQ(walk(root, -1, "x"), walk(root)) << "what is said to a coordinate does not matter";
+    EXPECT_EQ(walk(root, -1, "root"), "root: [root (3)]\n");
 }
 
 TEST(Visitor, WhoHasNoVisitOrIsNullIsReported)
@@ -157,7 +134,7 @@ TEST(Visitor, WhoHasNoVisitOrIsNullIsReported)
         EXPECT_EQ(messages.take(), "object = " + std::string(typeid(NyXmlObject const*).name()) + "\n");
     }
     Number number(1);
-    EXPECT_EQ(walk(Tree({ { "a", nullptr }, { "b", &number } })), "root: [root (2)]\n<.b: [b] [1]\n>");
+    EXPECT_EQ(walk(tree({ nullptr, &number })), "root: [root (2)]\n<.b: [b] [1]\n>");
     EXPECT_EQ(messages.text(), "Visitor: NyXmlCompoundType 0 is non-NyXmlObject\n");
 }
 
