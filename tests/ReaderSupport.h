@@ -44,6 +44,13 @@ std::string eventsLeft(Reader& reader)
     return seen;
 }
 
+/// The report of a document called doc.xml that is not well formed.
+inline std::string complaint(std::string const& text, int line = 1)
+{
+    return "NyXmlFileReader Error: file not well formed.\n\t" + text + "\n\tFile: doc.xml\n\tLine: " + std::to_string(line) +
+           "\n";
+}
+
 /// A reader with its stream, some events on.
 template <class Reader = NyXmlFileReader>
 struct Open {

@@ -83,14 +83,19 @@ std::string transcript(std::string const& document, unsigned int seed, Messages&
             auto const mode = reader.readXml();
             ends += mode == NyXmlFileReader::XML_READER_EOF || mode == NyXmlFileReader::XML_READER_ERROR ? 1 : 0;
             said += std::to_string(mode) + " " + reader.element().namespaceAndToken();
-            auto const question = random() % 8;
+            auto const question = random() % 9;
             if (question == 0)
                 said += " skipped " + std::to_string(reader.nextMatchingEndTag());
             else if (question == 1 && mode == NyXmlFileReader::XML_READER_START_TAG)
                 said += " inside " + reader.getChildrenAsString();
             else if (question == 2)
                 said += " word " + reader.contentByWord() + " of " + std::to_string(reader.contentCount());
-            else if (question != 3)
+            else if (question == 3) {
+                reader.setContentVectorFlag(true);
+                said += " words " + reader.content();
+                (said += " ") += reader.takeContentWord();
+                said += " more " + std::to_string(reader.isContentAvailable());
+            } else if (question != 4)
                 said += " " + seenAt(reader);
             said += " of " + std::to_string(reader.numOfAttributes()) + " code " + std::to_string(reader.errorCode());
             if (random() % 2 == 0)
