@@ -33,6 +33,8 @@ struct Outcome {
 void report(int /*printType*/, std::string const& /*location*/, std::string const& text)
 {
     static bool atLineStart = true;
+    if (atLineStart)
+        Progress::endLine();
     for (char c : text) {
         if (atLineStart)
             std::cout << "  | ";

@@ -36,13 +36,17 @@ class NyXmlPairType;
 /// protected fields. A walk starts with accept() of its root; the root's name is what m_theCurrentToken holds then:
 /// \code
 ///     class Listing : public NyXmlObjectVisitor {
+///     public:
+///         explicit Listing(NyToken const& root) { m_theCurrentToken = root; }
+///
+///     private:
 ///         bool visitCurrentObject() override
 ///         {
 ///             std::cout << std::string(m_theObjectStack.size(), ' ') << m_theMessages.back() << '\n';
 ///             return true; // and now its children
 ///         }
 ///     };
-///     Listing listing;
+///     Listing listing("cell");
 ///     cell.accept(&listing);
 /// \endcode
 ///

@@ -33,6 +33,11 @@ NYXML_EXPORT std::string const& none(); ///< the empty word
 /// Each object has a table of its own, which its owner fills, normally in the xmlInit() of a subclass:
 /// \code
 ///     class Mode : public NyXmlEnumType<int> {
+///     public:
+///         using NyXmlEnumType<int>::NyXmlEnumType;
+///         using NyXmlEnumType<int>::operator=; // mode = 1
+///         NyXmlObject* clone() const override { return new Mode(*this); }
+///         NyXmlObject* newObject() const override { return new Mode; }
 ///         bool xmlInit() override
 ///         {
 ///             setEnumString(0, "slow");
