@@ -2,7 +2,7 @@
 
 #include <nyXml/schema/NyXmlSchemaIndex.h>
 
-#include <utility>
+#include <typeinfo>
 
 NyXmlSchema::NyXmlSchema() : m_theCurrentElement(&m_theRootElement) { m_theRootElement.setPointers(this, nullptr); }
 
@@ -75,21 +75,43 @@ void NyXmlSchema::setContentType(std::string const& type)
     m_theCurrentElement->setContentType(type);
 }
 
+char const* NyXmlSchema::typeWord(std::type_info const& info) noexcept
+{
+    struct Row {
+        std::type_info const& info;
+        char const* word;
+    };
+    static constexpr char const* otherwise = "string";
+    static Row const rows[] = {
+        { typeid(bool), "boolean" },
+        { typeid(float), "float" },
+        { typeid(double), "double" },
+        { typeid(unsigned long), "unsignedLong" },
+        { typeid(long), "long" },
+        { typeid(unsigned short), "unsignedShort" },
+        { typeid(short), "short" },
+        { typeid(unsigned char), "unsignedByte" },
+        { typeid(char), "byte" },
+        // Schemas in the field declare every "size" as a string. These are as any other type, but so frequent that the search should
+        // end early.
+        { typeid(int), otherwise },
+        { typeid(unsigned int), otherwise },
+        { typeid(std::string), otherwise },
+    };
+    for (Row const& row : rows) { // the addresses first: types are nearly always one object for the whole process
+        if (&info == &row.info)
+            return row.word;
+    }
+    for (Row const& row : rows) {
+        if (info == row.info)
+            return row.word;
+    }
+    return otherwise;
+}
+
 void NyXmlSchema::setType(std::type_info const& info)
 {
-    // int and unsigned int are not among them: schemas in the field declare every "size" as a string.
-    static std::pair<std::type_info const*, char const*> const words[] = {
-        { &typeid(bool), "boolean" },  { &typeid(float), "float" },
-        { &typeid(double), "double" }, { &typeid(unsigned long), "unsignedLong" },
-        { &typeid(long), "long" },     { &typeid(unsigned short), "unsignedShort" },
-        { &typeid(short), "short" },   { &typeid(unsigned char), "unsignedByte" },
-        { &typeid(char), "byte" },
-    };
-    std::string type = "string";
-    for (auto const& [known, word] : words) {
-        if (*known == info)
-            type = word;
-    }
+    std::string const type = typeWord(info);
     if (m_theLastOperation == ATTRIBUTE_NAME)
         setAttributeType(type);
     else

@@ -65,10 +65,7 @@ public:
     /// Adds an attribute to the open element; the next setType() is the attribute's.
     virtual void setAttributeName(NyToken const& token);
 
-    /// Gives the XSD type of a run-time type to the attribute just named, or else to the open element's content.
-    ///
-    /// bool is "boolean", char "byte", unsigned char "unsignedByte"; short, long, float and double keep their names, and their unsigned
-    /// kinds are "unsignedShort" and "unsignedLong". Anything else, int and unsigned int among them, is "string".
+    /// Gives the XSD type of a run-time type, typeWord(), to the attribute just named, or else to the open element's content.
     virtual void setType(std::type_info const& info);
 
     /// Closes the open element and merges its type into the tables.
@@ -129,6 +126,11 @@ public:
     /// Leaves \p type and \p contentType alone if the element is not registered.
     virtual void getFromRegistry(NyToken const& token, std::string const& typeId, std::string& type,
                                  std::string& contentType) const;
+
+    /// The XSD type of a run-time type. bool is "boolean", char "byte", unsigned char "unsignedByte"; short, long, float and double keep
+    /// their names, and their unsigned kinds are "unsignedShort" and "unsignedLong". Anything else, int and unsigned int among them, is
+    /// "string".
+    static char const* typeWord(std::type_info const& info) noexcept;
 
 private:
     /// The last tag operation, for setType(): does the type belong to an attribute?

@@ -23,6 +23,7 @@ namespace {
 constexpr int realDigits = 20;
 constexpr unsigned int defaultContentColumns = 10;
 constexpr std::size_t longestInlineContent = 50;
+constexpr std::size_t heldPieceSize = 64 * 1024;
 constexpr char const* xmlDeclaration = R"(<?xml version="1.0" encoding="UTF-8"?>)";
 constexpr char const* schemaInstanceAttribute = R"(xmlns:xsi="http://www.w3.org/2001/XMLSchema-instance")";
 
@@ -57,40 +58,6 @@ std::string_view baseName(std::string_view fileName)
 {
     std::string_view const stem = fileName.substr(0, fileName.rfind('.'));
     return stem.substr(stem.find_last_of("\\/") + 1);
-}
-
-/// The XSD word of a run-time type.
-char const* typeWord(std::type_info const& info)
-{
-    struct Row {
-        std::type_info const& info;
-        char const* word;
-    };
-    static constexpr char const* otherwise = "string";
-    static Row const rows[] = {
-        { typeid(bool), "boolean" },
-        { typeid(float), "float" },
-        { typeid(double), "double" },
-        { typeid(unsigned long), "unsignedLong" },
-        { typeid(long), "long" },
-        { typeid(unsigned short), "unsignedShort" },
-        { typeid(short), "short" },
-        { typeid(unsigned char), "unsignedByte" },
-        { typeid(char), "byte" },
-        // as any other type, but so frequent that the search should end early
-        { typeid(int), otherwise },
-        { typeid(unsigned int), otherwise },
-        { typeid(std::string), otherwise },
-    };
-    for (Row const& row : rows) { // the addresses first: types are nearly always one object for the whole process
-        if (&info == &row.info)
-            return row.word;
-    }
-    for (Row const& row : rows) {
-        if (info == row.info)
-            return row.word;
-    }
-    return otherwise;
 }
 
 } // namespace
@@ -141,7 +108,8 @@ NyXmlWriter::NyXmlWriter(NyXmlWriter const& other)
       m_Schema(other.m_Schema),
       m_WriteSchema(other.m_WriteSchema),
       m_TypeName(other.m_TypeName),
-      m_LastType(other.m_LastType)
+      m_LastType(other.m_LastType),
+      m_HeldPieces(other.m_HeldPieces)
 {
     m_Stream.imbue(std::locale::classic());
 }
@@ -167,6 +135,7 @@ NyXmlWriter& NyXmlWriter::operator=(NyXmlWriter const& other)
     m_WriteSchema = other.m_WriteSchema;
     m_TypeName = other.m_TypeName;
     m_LastType = other.m_LastType;
+    m_HeldPieces = other.m_HeldPieces;
     return *this;
 }
 
@@ -232,6 +201,7 @@ void NyXmlWriter::startElement(std::string const& xmlNamespace, std::string cons
     sendBytes();
 
     m_ContentBuffer.clear();
+    m_HeldPieces.clear();
     m_ContentCount = 0;
     m_ContentColumns = defaultContentColumns;
     m_Mode = MODE_START_TAG;
@@ -294,14 +264,17 @@ void NyXmlWriter::writeEndTag()
 void NyXmlWriter::writeHeldContent()
 {
     m_Bytes += '>';
-    if (m_ContentBuffer.size() <= longestInlineContent) {
+    if (m_HeldPieces.empty() && m_ContentBuffer.size() <= longestInlineContent) {
         m_Bytes += m_ContentBuffer;
         return;
     }
     m_Bytes += '\n';
     indentBytes(m_TagStack.depth());
     sendBytes();
+    for (std::string const& piece : m_HeldPieces)
+        m_OutputStream.write(piece.data(), static_cast<std::streamsize>(piece.size()));
     m_OutputStream.write(m_ContentBuffer.data(), static_cast<std::streamsize>(m_ContentBuffer.size()));
+    m_HeldPieces.clear();
     m_Bytes += '\n';
     indentBytes(m_TagStack.depth() - 1);
 }
@@ -349,7 +322,7 @@ void NyXmlWriter::setLanguageSelection(LANGUAGE language)
 void NyXmlWriter::type(std::type_info const& info)
 {
     if (&info != m_LastType) {
-        m_TypeName = typeWord(info);
+        m_TypeName = NyXmlSchema::typeWord(info);
         m_LastType = &info;
     }
     if (m_WriteSchema)
@@ -406,6 +379,11 @@ void NyXmlWriter::content(std::string const& value)
 /// Separates the next value from the one before.
 void NyXmlWriter::beginContentValue()
 {
+    if (m_ContentBuffer.size() >= heldPieceSize) {
+        m_HeldPieces.push_back(std::move(m_ContentBuffer));
+        m_ContentBuffer = std::string();
+        m_ContentBuffer.reserve(heldPieceSize + heldPieceSize / 16); // the last value goes beyond
+    }
     if (m_ContentCount != 0) {
         if (m_ContentColumns != 0 && m_ContentCount % m_ContentColumns == 0) {
             m_ContentBuffer += '\n';

@@ -13,6 +13,7 @@
 #include <sstream>
 #include <string>
 #include <typeinfo>
+#include <vector>
 
 class NyAngle;
 class NyNonNegReal;
@@ -211,7 +212,7 @@ private:
     MODE m_Mode = MODE_NONE;
     NyXmlTagStack m_TagStack;
     std::string m_RootNamespace; ///< the first namespace met; outlives its document
-    std::string m_ContentBuffer; ///< data of the open element
+    std::string m_ContentBuffer; ///< data of the open element, behind m_HeldPieces
     unsigned int m_ContentCount = 0;
     unsigned int m_ContentColumns;
     bool m_WriteDefaultData;
@@ -229,6 +230,7 @@ private:
     unsigned int m_LinkCount = 0;
 
     std::type_info const* m_LastType = nullptr; ///< the type of m_TypeName
+    std::vector<std::string> m_HeldPieces;      ///< of long data: a string that grew to all of it would touch twice the memory
     std::string m_Bytes;                        ///< of the call that runs; sent in one piece
     std::string m_Tag;                          ///< "name" or "prefix:name" of the element being opened
     std::string m_Text;                         ///< spare memory for the text of a scalar
