@@ -47,6 +47,23 @@ bool readValue(NyXmlObject& value, std::string const& document, std::string* see
     return result;
 }
 
+/// What reading says, as "3: text", 3 being the print type. What a value says comes from its own read(), and 4 goes with giving up.
+inline std::string saidOnReading(NyXmlObject& value, std::string const& document)
+{
+    Messages messages;
+    std::istringstream stream(document);
+    NyXmlReader reader("in.xml", stream);
+    reader.readXml();
+    bool const result = value.read(reader);
+    if (messages.types().empty())
+        return result ? "" : "refused in silence";
+    EXPECT_EQ(messages.types(), std::vector<int>(messages.types().size(), result ? 3 : 4));
+    std::string const family = messages.text().substr(0, messages.text().find(' '));
+    for (std::string const& location : messages.locations())
+        EXPECT_TRUE(location.empty() || (location.find(family) < location.find("::read("))) << location;
+    return (result ? "3: " : "4: ") + messages.text();
+}
+
 /// Reads a value from the first attribute of a document's root.
 inline bool readAttributeOf(NyXmlObject& value, std::string const& document)
 {

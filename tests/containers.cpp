@@ -26,22 +26,6 @@ Plain plain(Container const& items)
     return Plain(items.begin(), items.end());
 }
 
-/// What reading says, as "3: text", 3 being the print type. What a container says comes from its read(), and 4 goes with giving up.
-std::string saidOnReading(NyXmlObject& container, std::string const& document)
-{
-    Messages messages;
-    std::istringstream stream(document);
-    NyXmlReader reader("in.xml", stream);
-    reader.readXml();
-    bool const result = container.read(reader);
-    if (messages.types().empty())
-        return result ? "" : "refused in silence";
-    EXPECT_EQ(result, messages.types().front() != 4);
-    std::string const& location = messages.locations().front();
-    EXPECT_TRUE(location.empty() || location.find("::read(") != std::string::npos) << location;
-    return std::to_string(messages.types().front()) + ": " + messages.text();
-}
-
 } // namespace
 
 TEST(Containers, SetsAndListsReadEveryMixOfRunsAndElements)
