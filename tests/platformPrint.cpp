@@ -53,11 +53,7 @@ TEST(PlatformPrint, InsertionsArriveAtOnceAndManipulatorsStayInTheirMessage)
 TEST(PlatformPrintDeathTest, StandardErrorHearsReportsToTheEndOfTheProcess)
 {
     struct Reporter {
-        ~Reporter()
-        {
-            Ny::Print::ostream(4, "late") << "still "
-                                          << "heard\n";
-        }
+        ~Reporter() { Ny::Print::ostream(4, "late") << "still heard\n"; }
     };
     EXPECT_EXIT(
         {

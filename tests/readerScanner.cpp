@@ -98,26 +98,19 @@ TEST(ReaderScanner, StreamThatFailsIsAtItsEnd)
     std::istream nothing(nullptr);
     NyXmlFileReader reader("doc.xml", nothing);
     EXPECT_EQ(reader.getChildrenAsString(), "");
-    EXPECT_EQ(reader.mode(), NyXmlFileReader::XML_READER_ERROR);
+    EXPECT_EQ(seenAt(reader), "error");
 }
 
 TEST(ReaderScanner, CopyReadsOnAndAssignmentKeepsItsStream)
 {
     Messages messages;
-    std::istringstream first("<a>" + std::string(20000, ' ') + "<b c='1'/></a>");
-    std::istringstream second(" <z/> </a>");
-    NyXmlFileReader source("first", first);
-    source.readXml();
-    NyXmlFileReader target("second", second);
-    target = source;
-    EXPECT_STREQ(target.filename(), "first");
-    EXPECT_EQ(&target.stream(), &second);
-    EXPECT_EQ(eventsLeft(target), "empty z | end | eof");
-
-    NyXmlFileReader copy(source);
-    EXPECT_EQ(&copy.stream(), &first);
+    Open<> source("<a>" + std::string(20000, ' ') + "<b c='1'/></a>", 1), target(" <z/> </a>", 0, "second.xml");
+    target.reader = source.reader;
+    EXPECT_STREQ(target.reader.filename(), "doc.xml");
+    EXPECT_EQ(eventsLeft(target.reader), "empty z | end | eof");
+    NyXmlFileReader copy(source.reader);
     EXPECT_EQ(eventsLeft(copy), "empty b c=1 | end | eof");
-    EXPECT_EQ(source.element().token(), "a");
+    EXPECT_EQ(source.reader.element().token(), "a");
 }
 
 TEST(ReaderScanner, OverridesSeeEveryStep)
