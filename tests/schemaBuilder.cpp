@@ -82,6 +82,7 @@ TEST(SchemaBuilder, Reduction)
         { "twoGroups", "?a . / ( ?b . / )",
           "global r(p:r.Type)\nr.Type: any: {p:r.Group} {p:r.Group_1}\n"
           "r.Group: one: a(double)\nr.Group_1: one: b(double)\n" },
+        { "aNamespaceOfTheSamePrefixWritesOverTheFile", "+m/p#e", "global e(double)\n" },
         { "occurrencesOfAnElement", "<x <i @a / / <y <i @a +e / / <z <i @a +f / /", // the second one tells what i may hold
           "global r(p:r.Type)\ni.Type: e(double) @a(double)\ni.Type_1: f(double) @a(double)\n"
           "r.Type: x(p:x.Type) y(p:y.Type) z(p:z.Type)\n"

@@ -68,10 +68,4 @@ TEST(SchemaDocument, FileThatCannotBeOpenedLeavesTheOthers)
     EXPECT_EQ(briefOf(directory), schema.brief());
 }
 
-TEST(SchemaDocument, NamespacesWithOnePrefixShareAFile)
-{
-    EXPECT_EQ(SchemaWalk().play("<n/p#r +m/p#e <m/p#list . . / /").brief(),
-              "global e(double)\nglobal list(p:double.ListType)\ndouble.ListType: =double\n");
-}
-
 } // namespace
