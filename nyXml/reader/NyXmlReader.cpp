@@ -20,6 +20,8 @@ namespace {
 
 NyToken const includeToken("NyInclude");
 
+bool isInclude(NyToken const& element) { return element == includeToken; }
+
 constexpr int faultType = Ny::Print::FAULT;
 
 /// Such a path leads to the same file from every document.
@@ -135,7 +137,8 @@ void NyXmlReader::open(std::string const& name, std::istream& stream)
 NyXmlFileReader::XML_READER_MODE NyXmlReader::readXml()
 {
     NyXmlFileReader::XML_READER_MODE const mode = m_theTop->NyXmlFileReader::readXml();
-    bool const isEveryday = mode != NyXmlFileReader::XML_READER_EOF && !isInclude() && !m_theCheckVersionFlag;
+    bool const isEveryday =
+        mode != NyXmlFileReader::XML_READER_EOF && !isInclude(m_theTop->NyXmlFileReader::element()) && !m_theCheckVersionFlag;
     return isEveryday && typeid(*this) == typeid(NyXmlReader) ? mode : examineEvent();
 }
 
@@ -164,8 +167,6 @@ NyXmlFileReader::XML_READER_MODE NyXmlReader::readRun(NyXmlWordSink& words)
     return mode;
 }
 
-bool NyXmlReader::isInclude() const { return m_theTop->NyXmlFileReader::element() == includeToken; }
-
 bool NyXmlReader::closeFileTest()
 {
     if (m_theTop->NyXmlFileReader::mode() != NyXmlFileReader::XML_READER_EOF || m_theFileReaders.size() < 2)
@@ -179,7 +180,7 @@ bool NyXmlReader::closeFileTest()
 bool NyXmlReader::openFileTest()
 {
     // Whatever the mode: a child that stands between an include's tags is an include's end, too.
-    if (!isInclude())
+    if (!isInclude(m_theTop->NyXmlFileReader::element()))
         return false;
 
     m_theCheckVersionFlag = true;

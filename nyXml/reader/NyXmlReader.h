@@ -186,7 +186,6 @@ private:
     void push(std::string const& name, std::istream& stream);
     void pop();
     NyXmlFileReader::XML_READER_MODE examineEvent();
-    bool isInclude() const;
     bool takeLink(std::string& path, bool& remote);
     void openLink(std::string const& path, bool remote);
 
