@@ -191,6 +191,27 @@ TEST(Writer, CopyGoesOnWhereTheSourceStands)
     EXPECT_EQ(other.str(), " <b>0.10000000000000000555</b>\n");
 }
 
+TEST(Writer, LongDataComesWhole)
+{
+    std::ostringstream stream, other;
+    NyXmlWriter writer("d.xml", stream), assigned("e.xml", other);
+    play(writer, "<u#r +a :0");
+    std::string text = "0";
+    writer.data(text);
+    for (int i = 1; text.size() < 200000; ++i) {
+        writer << i;
+        text += ' ' + std::to_string(i);
+    }
+    NyXmlWriter copy(writer);
+    assigned = writer;
+    play(assigned, "/");
+    std::string const expected = ">\n  " + text + "\n </a>\n";
+    EXPECT_TRUE(other.str() == expected);
+    stream.str("");
+    play(copy, "/ +b =1 /");
+    EXPECT_TRUE(stream.str() == expected + " <b>1</b>\n");
+}
+
 /// Looks over the writer's shoulder, and at the stream: what the base has written is there when the next operation is called.
 class WatchedWriter : public NyXmlWriter {
 public:
