@@ -274,7 +274,6 @@ void NyXmlWriter::writeHeldContent()
     for (std::string const& piece : m_HeldPieces)
         m_OutputStream.write(piece.data(), static_cast<std::streamsize>(piece.size()));
     m_OutputStream.write(m_ContentBuffer.data(), static_cast<std::streamsize>(m_ContentBuffer.size()));
-    m_HeldPieces.clear();
     m_Bytes += '\n';
     indentBytes(m_TagStack.depth() - 1);
 }
