@@ -43,6 +43,7 @@
 #include <nyXml/values/NyXmlOrientation.h>
 #include <nyXml/values/NyXmlPairType.h>
 #include <nyXml/values/NyXmlSetType.h>
+#include <nyXml/values/NyXmlTextOf.h>
 #include <nyXml/values/NyXmlVector.h>
 #include <nyXml/values/NyXmlVectorBasicType.h>
 #include <nyXml/values/NyXmlVectorType.h>

@@ -7,7 +7,7 @@ find nyXml -name '*.h' -o -name '*.cpp' | sort | xargs awk '
 function floorOf(file)
 {
     if (file == "nyXml/nyXml.h")                                          return 9
-    if (file ~ /^nyXml\/traversal\/(NyXmlSignals|NyXmlSignalsFwd|NyXmlObjectVisitor)\.h$/) return 4
+    if (file ~ /^nyXml\/traversal\/(NyXmlSignals|detail\/NyXmlSignalsFwd|NyXmlObjectVisitor)\.h$/) return 4
     if (file ~ /^nyXml\/compound\/(NyBaseXmlFactory|NyXmlFactory)\./)      return 3
     if (file == "nyXml/schema/createSchema.cpp")                          return 8
     if (file ~ /^nyXml\/platform\//)                                      return 1

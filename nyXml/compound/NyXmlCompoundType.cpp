@@ -1,9 +1,9 @@
 #include <nyXml/compound/NyXmlCompoundType.h>
 
-#include <nyXml/compound/NyComponentShape.h>
-#include <nyXml/compound/NyVirtualSlot.h>
-#include <nyXml/core/NyShortText.h>
+#include <nyXml/compound/detail/NyComponentShape.h>
+#include <nyXml/compound/detail/NyVirtualSlot.h>
 #include <nyXml/core/NyXml.h>
+#include <nyXml/core/detail/NyShortText.h>
 #include <nyXml/platform/NyPrint.h>
 #include <nyXml/reader/NyXmlReader.h>
 #include <nyXml/schema/NyXmlSchema.h>

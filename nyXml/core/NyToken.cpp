@@ -1,6 +1,6 @@
 #include <nyXml/core/NyToken.h>
 
-#include <nyXml/core/NyWhiteSpace.h>
+#include <nyXml/core/detail/NyWhiteSpace.h>
 
 #include <stdexcept>
 #include <string_view>

@@ -1,7 +1,7 @@
 #ifndef NYXML_CORE_NYTOKEN_H
 #define NYXML_CORE_NYTOKEN_H
 
-#include <nyXml/core/NyShortText.h>
+#include <nyXml/core/detail/NyShortText.h>
 #include <nyXml/platform/NyXmlExport.h>
 
 #include <string>

@@ -3,9 +3,9 @@
 
 #include <nyXml/core/NyToken.h>
 #include <nyXml/platform/NyXmlExport.h>
-#include <nyXml/reader/NyXmlAttributeList.h>
-#include <nyXml/reader/NyXmlElementStack.h>
-#include <nyXml/reader/NyXmlNameTable.h>
+#include <nyXml/reader/detail/NyXmlAttributeList.h>
+#include <nyXml/reader/detail/NyXmlElementStack.h>
+#include <nyXml/reader/detail/NyXmlNameTable.h>
 
 #include <cstddef>
 #include <iosfwd>

@@ -3,7 +3,7 @@
 // The content begins at m_theContentStart of m_theContent. A word is cut off by moving that place, for a run of two million numbers is
 // ordinary and moving the rest for each of them is not.
 
-#include <nyXml/core/NyWhiteSpace.h>
+#include <nyXml/core/detail/NyWhiteSpace.h>
 #include <nyXml/reader/NyXmlFileReader.h>
 
 #include <string>

@@ -1,7 +1,7 @@
 // The events, the plain way: each step through its virtual operation, on a text of its own. Subclasses come through here, and the exact
 // class for all that is not everyday: what a fault prints and leaves behind stands in this file alone.
 
-#include <nyXml/core/NyWhiteSpace.h>
+#include <nyXml/core/detail/NyWhiteSpace.h>
 #include <nyXml/platform/NyPrint.h>
 #include <nyXml/reader/NyXmlFileReader.h>
 

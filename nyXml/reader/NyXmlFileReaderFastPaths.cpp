@@ -1,6 +1,6 @@
 // The fast paths: tokens cut out of the block with no look at anything else. What they trust their caller with stands in the header.
 
-#include <nyXml/core/NyWhiteSpace.h>
+#include <nyXml/core/detail/NyWhiteSpace.h>
 #include <nyXml/reader/NyXmlFileReader.h>
 
 namespace {

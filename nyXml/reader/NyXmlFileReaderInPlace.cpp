@@ -3,10 +3,10 @@
 // Hot: all of a document comes through here. Everyday tags are dealt with here and everything else is handed, before anything has
 // changed, to the operations of the plain way, which are the rule: a test drives both ways over the same documents and compares.
 
-#include <nyXml/core/NyShortText.h>
-#include <nyXml/core/NyWhiteSpace.h>
+#include <nyXml/core/detail/NyShortText.h>
+#include <nyXml/core/detail/NyWhiteSpace.h>
 #include <nyXml/reader/NyXmlFileReader.h>
-#include <nyXml/reader/NyXmlWordSink.h>
+#include <nyXml/reader/detail/NyXmlWordSink.h>
 
 #include <algorithm>
 #include <array>

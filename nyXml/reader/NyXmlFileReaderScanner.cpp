@@ -3,7 +3,7 @@
 // The block begins, for everybody who looks, at m_theBlockStart. What is before it was given up and goes when room is needed. The cursor
 // m_theIndex is at that place or behind it; all ones says that the block is used up.
 
-#include <nyXml/core/NyWhiteSpace.h>
+#include <nyXml/core/detail/NyWhiteSpace.h>
 #include <nyXml/reader/NyXmlFileReader.h>
 
 #include <algorithm>

@@ -6,7 +6,7 @@
 #include <nyXml/platform/NyApplication.h>
 #include <nyXml/platform/NyIfHttpStream.h>
 #include <nyXml/platform/NyPrint.h>
-#include <nyXml/reader/NyXmlWordSink.h>
+#include <nyXml/reader/detail/NyXmlWordSink.h>
 #include <nyXml/traversal/NyXmlSignals.h>
 
 #include <cstdint>

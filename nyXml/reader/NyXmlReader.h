@@ -5,7 +5,7 @@
 #include <nyXml/core/NyToken.h>
 #include <nyXml/platform/NyXmlExport.h>
 #include <nyXml/reader/NyXmlFileReader.h>
-#include <nyXml/traversal/NyXmlSignalsFwd.h>
+#include <nyXml/traversal/detail/NyXmlSignalsFwd.h>
 
 #include <boost/shared_ptr.hpp>
 

@@ -1,6 +1,6 @@
 #include <nyXml/schema/NyXmlSchema.h>
 
-#include <nyXml/schema/NyXmlSchemaIndex.h>
+#include <nyXml/schema/detail/NyXmlSchemaIndex.h>
 
 #include <typeinfo>
 

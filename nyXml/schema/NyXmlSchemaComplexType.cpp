@@ -1,6 +1,6 @@
 #include <nyXml/schema/NyXmlSchemaComplexType.h>
 
-#include <nyXml/schema/NyXmlSchemaConvertible.h>
+#include <nyXml/schema/detail/NyXmlSchemaConvertible.h>
 
 #include <cstddef>
 

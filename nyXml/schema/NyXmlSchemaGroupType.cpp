@@ -1,6 +1,6 @@
 #include <nyXml/schema/NyXmlSchemaGroupType.h>
 
-#include <nyXml/schema/NyXmlSchemaConvertible.h>
+#include <nyXml/schema/detail/NyXmlSchemaConvertible.h>
 
 NyXmlSchemaGroupType::~NyXmlSchemaGroupType() = default;
 

@@ -3,7 +3,7 @@
 
 #include <nyXml/platform/NyConnectionManager.h>
 #include <nyXml/platform/NyXmlExport.h>
-#include <nyXml/traversal/NyXmlSignalsFwd.h>
+#include <nyXml/traversal/detail/NyXmlSignalsFwd.h>
 
 #include <boost/signals2/signal.hpp>
 

@@ -5,9 +5,9 @@
 #include <nyXml/core/NyXmlObject.h>
 #include <nyXml/platform/NyXmlExport.h>
 #include <nyXml/values/NyXmlBasicType.h>
-#include <nyXml/values/NyXmlItemCopies.h>
-#include <nyXml/values/NyXmlItems.h>
 #include <nyXml/values/NyXmlVector.h>
+#include <nyXml/values/detail/NyXmlItemCopies.h>
+#include <nyXml/values/detail/NyXmlItems.h>
 
 #include <algorithm>
 #include <list>

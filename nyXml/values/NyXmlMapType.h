@@ -6,10 +6,10 @@
 #include <nyXml/platform/NyXmlExport.h>
 #include <nyXml/traversal/NyXmlObjectVisitor.h>
 #include <nyXml/values/NyXmlBasicType.h>
-#include <nyXml/values/NyXmlEntries.h>
 #include <nyXml/values/NyXmlPairType.h>
 #include <nyXml/values/NyXmlSetType.h>
 #include <nyXml/values/NyXmlVectorBasicType.h>
+#include <nyXml/values/detail/NyXmlEntries.h>
 
 #include <iterator>
 #include <map>

@@ -2,7 +2,7 @@
 
 #include <nyXml/platform/NyPrint.h>
 #include <nyXml/traversal/NyXmlObjectVisitor.h>
-#include <nyXml/values/NyXmlGeometry.h>
+#include <nyXml/values/detail/NyXmlGeometry.h>
 
 using namespace NyXmlGeometry;
 

@@ -6,8 +6,8 @@
 #include <nyXml/platform/NyXmlExport.h>
 #include <nyXml/traversal/NyXmlObjectVisitor.h>
 #include <nyXml/values/NyXmlBasicType.h>
-#include <nyXml/values/NyXmlEntries.h>
 #include <nyXml/values/NyXmlVector.h>
+#include <nyXml/values/detail/NyXmlEntries.h>
 
 #include <string>
 #include <utility>

@@ -5,8 +5,8 @@
 #include <nyXml/core/NyXmlObject.h>
 #include <nyXml/platform/NyXmlExport.h>
 #include <nyXml/values/NyXmlBasicType.h>
-#include <nyXml/values/NyXmlItemCopies.h>
-#include <nyXml/values/NyXmlItems.h>
+#include <nyXml/values/detail/NyXmlItemCopies.h>
+#include <nyXml/values/detail/NyXmlItems.h>
 
 #include <set>
 

@@ -1,6 +1,6 @@
 #include <nyXml/values/NyXmlTextOf.h>
 
-#include <nyXml/core/NyWhiteSpace.h>
+#include <nyXml/core/detail/NyWhiteSpace.h>
 #include <nyXml/writer/NyXmlWriter.h>
 
 #include <charconv>

@@ -2,8 +2,8 @@
 
 #include <nyXml/platform/NyPrint.h>
 #include <nyXml/traversal/NyXmlObjectVisitor.h>
-#include <nyXml/values/NyXmlGeometry.h>
 #include <nyXml/values/NyXmlVectorVector.h>
+#include <nyXml/values/detail/NyXmlGeometry.h>
 
 #include <charconv>
 #include <cstdio>

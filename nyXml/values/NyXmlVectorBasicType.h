@@ -1,15 +1,15 @@
 #ifndef NYXML_VALUES_NYXMLVECTORBASICTYPE_H
 #define NYXML_VALUES_NYXMLVECTORBASICTYPE_H
 
-#include <nyXml/core/NyWhiteSpace.h>
 #include <nyXml/core/NyXml.h>
 #include <nyXml/core/NyXmlObject.h>
+#include <nyXml/core/detail/NyWhiteSpace.h>
 #include <nyXml/platform/NyXmlExport.h>
 #include <nyXml/reader/NyXmlReader.h>
-#include <nyXml/reader/NyXmlWordSink.h>
+#include <nyXml/reader/detail/NyXmlWordSink.h>
 #include <nyXml/values/NyXmlBasicType.h>
-#include <nyXml/values/NyXmlItemVector.h>
-#include <nyXml/values/NyXmlItems.h>
+#include <nyXml/values/detail/NyXmlItemVector.h>
+#include <nyXml/values/detail/NyXmlItems.h>
 
 #include <cstddef>
 #include <iosfwd>

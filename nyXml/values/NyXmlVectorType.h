@@ -6,13 +6,13 @@
 #include <nyXml/platform/NyXmlExport.h>
 #include <nyXml/traversal/NyXmlObjectVisitor.h>
 #include <nyXml/values/NyXmlBasicType.h>
-#include <nyXml/values/NyXmlItemVector.h>
-#include <nyXml/values/NyXmlItems.h>
 #include <nyXml/values/NyXmlOrientation.h>
 #include <nyXml/values/NyXmlPairType.h>
 #include <nyXml/values/NyXmlVector.h>
 #include <nyXml/values/NyXmlVectorBasicType.h>
 #include <nyXml/values/NyXmlVectorVector.h>
+#include <nyXml/values/detail/NyXmlItemVector.h>
+#include <nyXml/values/detail/NyXmlItems.h>
 
 #include <iosfwd>
 #include <string>

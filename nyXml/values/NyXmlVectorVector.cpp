@@ -1,9 +1,9 @@
 #include <nyXml/values/NyXmlVectorVector.h>
 
 #include <nyXml/traversal/NyXmlObjectVisitor.h>
-#include <nyXml/values/NyXmlGeometry.h>
-#include <nyXml/values/NyXmlItemVector.h>
-#include <nyXml/values/NyXmlItems.h>
+#include <nyXml/values/detail/NyXmlGeometry.h>
+#include <nyXml/values/detail/NyXmlItemVector.h>
+#include <nyXml/values/detail/NyXmlItems.h>
 
 #include <string_view>
 #include <typeinfo>

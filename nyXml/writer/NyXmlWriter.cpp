@@ -6,7 +6,7 @@
 #include <nyXml/platform/NyPrint.h>
 #include <nyXml/platform/NyStringConversion.h>
 #include <nyXml/traversal/NyXmlSignals.h>
-#include <nyXml/writer/NyDecimalText.h>
+#include <nyXml/writer/detail/NyDecimalText.h>
 
 #include <array>
 #include <charconv>

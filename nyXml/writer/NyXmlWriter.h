@@ -4,8 +4,8 @@
 #include <nyXml/core/NyToken.h>
 #include <nyXml/platform/NyXmlExport.h>
 #include <nyXml/schema/NyXmlSchema.h>
-#include <nyXml/traversal/NyXmlSignalsFwd.h>
-#include <nyXml/writer/NyXmlTagStack.h>
+#include <nyXml/traversal/detail/NyXmlSignalsFwd.h>
+#include <nyXml/writer/detail/NyXmlTagStack.h>
 
 #include <boost/shared_ptr.hpp>
 

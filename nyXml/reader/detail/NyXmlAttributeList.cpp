@@ -1,7 +1,7 @@
 // The attributes of one tag. Few are kept sorted as they come; many are sorted when somebody looks, so that a tag of a hundred thousand
 // attributes costs no more than sorting them.
 
-#include <nyXml/reader/NyXmlAttributeList.h>
+#include <nyXml/reader/detail/NyXmlAttributeList.h>
 
 #include <algorithm>
 

@@ -1,5 +1,7 @@
-#ifndef NYXML_READER_NYXMLWORDSINK_H
-#define NYXML_READER_NYXMLWORDSINK_H
+// In-house, no part of the face: installed only because public headers need it.
+
+#ifndef NYXML_READER_DETAIL_NYXMLWORDSINK_H
+#define NYXML_READER_DETAIL_NYXMLWORDSINK_H
 
 #include <nyXml/platform/NyXmlExport.h>
 

@@ -1,4 +1,4 @@
-#include <nyXml/values/NyXmlItems.h>
+#include <nyXml/values/detail/NyXmlItems.h>
 
 #include <nyXml/core/NyXml.h>
 #include <nyXml/platform/NyPrint.h>

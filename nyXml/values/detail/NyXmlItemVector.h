@@ -1,7 +1,9 @@
-#ifndef NYXML_VALUES_NYXMLITEMVECTOR_H
-#define NYXML_VALUES_NYXMLITEMVECTOR_H
+// In-house, no part of the face: installed only because public headers need it.
 
-#include <nyXml/values/NyXmlItems.h>
+#ifndef NYXML_VALUES_DETAIL_NYXMLITEMVECTOR_H
+#define NYXML_VALUES_DETAIL_NYXMLITEMVECTOR_H
+
+#include <nyXml/values/detail/NyXmlItems.h>
 
 #include <algorithm>
 #include <cstddef>

@@ -1,5 +1,7 @@
-#ifndef NYXML_TRAVERSAL_NYXMLSIGNALSFWD_H
-#define NYXML_TRAVERSAL_NYXMLSIGNALSFWD_H
+// In-house, no part of the face: installed only because public headers need it.
+
+#ifndef NYXML_TRAVERSAL_DETAIL_NYXMLSIGNALSFWD_H
+#define NYXML_TRAVERSAL_DETAIL_NYXMLSIGNALSFWD_H
 
 #include <boost/function/function_fwd.hpp>
 

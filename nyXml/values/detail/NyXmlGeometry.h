@@ -1,9 +1,11 @@
-#ifndef NYXML_VALUES_NYXMLGEOMETRY_H
-#define NYXML_VALUES_NYXMLGEOMETRY_H
+// In-house, no part of the face: installed only because public headers need it.
 
-#include <nyXml/core/NyShortText.h>
+#ifndef NYXML_VALUES_DETAIL_NYXMLGEOMETRY_H
+#define NYXML_VALUES_DETAIL_NYXMLGEOMETRY_H
+
 #include <nyXml/core/NyToken.h>
 #include <nyXml/core/NyXml.h>
+#include <nyXml/core/detail/NyShortText.h>
 #include <nyXml/platform/NyPrint.h>
 #include <nyXml/reader/NyXmlReader.h>
 #include <nyXml/schema/NyXmlSchema.h>

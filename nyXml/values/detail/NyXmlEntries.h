@@ -1,5 +1,7 @@
-#ifndef NYXML_VALUES_NYXMLENTRIES_H
-#define NYXML_VALUES_NYXMLENTRIES_H
+// In-house, no part of the face: installed only because public headers need it.
+
+#ifndef NYXML_VALUES_DETAIL_NYXMLENTRIES_H
+#define NYXML_VALUES_DETAIL_NYXMLENTRIES_H
 
 #include <nyXml/core/NyXmlObject.h>
 #include <nyXml/platform/NyXmlExport.h>

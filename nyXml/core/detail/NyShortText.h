@@ -1,5 +1,7 @@
-#ifndef NYXML_CORE_NYSHORTTEXT_H
-#define NYXML_CORE_NYSHORTTEXT_H
+// In-house, no part of the face: installed only because public headers need it.
+
+#ifndef NYXML_CORE_DETAIL_NYSHORTTEXT_H
+#define NYXML_CORE_DETAIL_NYSHORTTEXT_H
 
 #include <cstddef>
 #include <cstdint>

@@ -1,5 +1,7 @@
-#ifndef NYXML_VALUES_NYXMLITEMS_H
-#define NYXML_VALUES_NYXMLITEMS_H
+// In-house, no part of the face: installed only because public headers need it.
+
+#ifndef NYXML_VALUES_DETAIL_NYXMLITEMS_H
+#define NYXML_VALUES_DETAIL_NYXMLITEMS_H
 
 #include <nyXml/core/NyToken.h>
 #include <nyXml/core/NyXmlObject.h>

@@ -1,6 +1,6 @@
 // The open elements: what of it is not worth being inline.
 
-#include <nyXml/reader/NyXmlElementStack.h>
+#include <nyXml/reader/detail/NyXmlElementStack.h>
 
 void NyXmlElementStack::push()
 {

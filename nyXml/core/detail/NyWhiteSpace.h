@@ -1,5 +1,7 @@
-#ifndef NYXML_CORE_NYWHITESPACE_H
-#define NYXML_CORE_NYWHITESPACE_H
+// In-house, no part of the face: installed only because public headers need it.
+
+#ifndef NYXML_CORE_DETAIL_NYWHITESPACE_H
+#define NYXML_CORE_DETAIL_NYWHITESPACE_H
 
 #include <array>
 #include <cstddef>

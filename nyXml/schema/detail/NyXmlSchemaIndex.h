@@ -1,5 +1,7 @@
-#ifndef NYXML_SCHEMA_NYXMLSCHEMAINDEX_H
-#define NYXML_SCHEMA_NYXMLSCHEMAINDEX_H
+// In-house, no part of the face: installed only because public headers need it.
+
+#ifndef NYXML_SCHEMA_DETAIL_NYXMLSCHEMAINDEX_H
+#define NYXML_SCHEMA_DETAIL_NYXMLSCHEMAINDEX_H
 
 #include <nyXml/schema/NyXmlSchema.h>
 

@@ -1,5 +1,7 @@
-#ifndef NYXML_WRITER_NYXMLTAGSTACK_H
-#define NYXML_WRITER_NYXMLTAGSTACK_H
+// In-house, no part of the face: installed only because public headers need it.
+
+#ifndef NYXML_WRITER_DETAIL_NYXMLTAGSTACK_H
+#define NYXML_WRITER_DETAIL_NYXMLTAGSTACK_H
 
 #include <nyXml/core/NyToken.h>
 

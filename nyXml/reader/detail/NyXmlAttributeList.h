@@ -1,5 +1,7 @@
-#ifndef NYXML_READER_NYXMLATTRIBUTELIST_H
-#define NYXML_READER_NYXMLATTRIBUTELIST_H
+// In-house, no part of the face: installed only because public headers need it.
+
+#ifndef NYXML_READER_DETAIL_NYXMLATTRIBUTELIST_H
+#define NYXML_READER_DETAIL_NYXMLATTRIBUTELIST_H
 
 #include <nyXml/core/NyToken.h>
 #include <nyXml/platform/NyXmlExport.h>

@@ -1,8 +1,10 @@
-#ifndef NYXML_READER_NYXMLNAMETABLE_H
-#define NYXML_READER_NYXMLNAMETABLE_H
+// In-house, no part of the face: installed only because public headers need it.
 
-#include <nyXml/core/NyShortText.h>
+#ifndef NYXML_READER_DETAIL_NYXMLNAMETABLE_H
+#define NYXML_READER_DETAIL_NYXMLNAMETABLE_H
+
 #include <nyXml/core/NyToken.h>
+#include <nyXml/core/detail/NyShortText.h>
 
 #include <array>
 #include <cstddef>

@@ -1,5 +1,7 @@
-#ifndef NYXML_SCHEMA_NYXMLSCHEMACONVERTIBLE_H
-#define NYXML_SCHEMA_NYXMLSCHEMACONVERTIBLE_H
+// In-house, no part of the face: installed only because public headers need it.
+
+#ifndef NYXML_SCHEMA_DETAIL_NYXMLSCHEMACONVERTIBLE_H
+#define NYXML_SCHEMA_DETAIL_NYXMLSCHEMACONVERTIBLE_H
 
 #include <nyXml/schema/NyXmlSchemaElementType.h>
 

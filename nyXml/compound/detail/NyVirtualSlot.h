@@ -1,5 +1,7 @@
-#ifndef NYXML_COMPOUND_NYVIRTUALSLOT_H
-#define NYXML_COMPOUND_NYVIRTUALSLOT_H
+// In-house, no part of the face: installed only because public headers need it.
+
+#ifndef NYXML_COMPOUND_DETAIL_NYVIRTUALSLOT_H
+#define NYXML_COMPOUND_DETAIL_NYVIRTUALSLOT_H
 
 // Not part of the public face.
 

@@ -1,4 +1,4 @@
-#include <nyXml/compound/NyComponentShape.h>
+#include <nyXml/compound/detail/NyComponentShape.h>
 
 #include <nyXml/compound/NyXmlCompoundType.h>
 

@@ -1,4 +1,4 @@
-#include <nyXml/writer/NyDecimalText.h>
+#include <nyXml/writer/detail/NyDecimalText.h>
 
 #include <array>
 #include <cassert>

@@ -1,5 +1,7 @@
-#ifndef NYXML_COMPOUND_NYCOMPONENTSHAPE_H
-#define NYXML_COMPOUND_NYCOMPONENTSHAPE_H
+// In-house, no part of the face: installed only because public headers need it.
+
+#ifndef NYXML_COMPOUND_DETAIL_NYCOMPONENTSHAPE_H
+#define NYXML_COMPOUND_DETAIL_NYCOMPONENTSHAPE_H
 
 // Not part of the public face.
 

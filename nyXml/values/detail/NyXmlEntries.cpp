@@ -1,4 +1,4 @@
-#include <nyXml/values/NyXmlEntries.h>
+#include <nyXml/values/detail/NyXmlEntries.h>
 
 #include <nyXml/core/NyXml.h>
 #include <nyXml/platform/NyPrint.h>

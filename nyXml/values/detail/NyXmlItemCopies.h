@@ -1,8 +1,10 @@
-#ifndef NYXML_VALUES_NYXMLITEMCOPIES_H
-#define NYXML_VALUES_NYXMLITEMCOPIES_H
+// In-house, no part of the face: installed only because public headers need it.
+
+#ifndef NYXML_VALUES_DETAIL_NYXMLITEMCOPIES_H
+#define NYXML_VALUES_DETAIL_NYXMLITEMCOPIES_H
 
 #include <nyXml/core/NyXmlObject.h>
-#include <nyXml/values/NyXmlItems.h>
+#include <nyXml/values/detail/NyXmlItems.h>
 
 /// What sets and lists have in common, for the families' own use: they take copies of one item, and say nothing of their size when empty.
 namespace NyXmlItems {

@@ -1,5 +1,7 @@
-#ifndef NYXML_WRITER_NYDECIMALTEXT_H
-#define NYXML_WRITER_NYDECIMALTEXT_H
+// In-house, no part of the face: installed only because public headers need it.
+
+#ifndef NYXML_WRITER_DETAIL_NYDECIMALTEXT_H
+#define NYXML_WRITER_DETAIL_NYDECIMALTEXT_H
 
 #include <string>
 
