@@ -1,11 +1,13 @@
-# The target docs: the API reference as HTML, from the comments of the public headers and the pages under docs/.
+# The target docs: the API reference as HTML, from the comments of the public headers, in the groups of docs/groups.dox, and the pages
+# under docs/.
 
 find_package(Doxygen REQUIRED OPTIONAL_COMPONENTS dot)
 
 set(DOXYGEN_PROJECT_NAME nyXml)
 set(DOXYGEN_STRIP_FROM_PATH "${PROJECT_SOURCE_DIR}")
 set(DOXYGEN_STRIP_FROM_INC_PATH "${PROJECT_SOURCE_DIR}")
-set(DOXYGEN_FILE_PATTERNS "*.h" "*.md")
+set(DOXYGEN_FILE_PATTERNS "*.h" "*.md" "*.dox")
+set(DOXYGEN_EXCLUDE_PATTERNS "*/detail/*" "*/nyXml/*/README.md") # what is in-house, and what is for those who work on the sources
 set(DOXYGEN_USE_MDFILE_AS_MAINPAGE "${PROJECT_SOURCE_DIR}/README.md")
 set(DOXYGEN_MACRO_EXPANSION YES)
 set(DOXYGEN_PREDEFINED "NYXML_EXPORT=")

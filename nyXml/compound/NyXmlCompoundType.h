@@ -22,10 +22,11 @@ enum class NyComponentKind : std::uint8_t;
 ///         NyXmlObject* clone() const override { return new Joint(*this); }
 ///         NyXmlObject* newObject() const override { return new Joint; }
 ///         NyToken const& token() const override { static NyToken const name("urn:demo/robots", "joint"); return name; }
+///         bool operator==(Joint const& other) const { return m_id == other.m_id && m_angle == other.m_angle; }
 ///         bool equality(NyXmlObject const* other) const override
 ///         {
 ///             auto const* joint = dynamic_cast<Joint const*>(other);
-///             return joint != nullptr && m_id == joint->m_id && m_angle == joint->m_angle;
+///             return joint != nullptr && *this == *joint;
 ///         }
 ///         void registerComponents() override
 ///         {
@@ -38,6 +39,9 @@ enum class NyComponentKind : std::uint8_t;
 ///         NyXmlBasicType<double> m_angle;
 ///     };
 /// \endcode
+///
+/// Sequences and other classes compare with operator==: without one of its own, a class has the one below, for which all its objects
+/// are equal.
 ///
 /// Components go by local name: two tokens that differ in their namespace alone are one component. They are written in ascending
 /// byte order of their names, attributes first, whatever the order of registration.

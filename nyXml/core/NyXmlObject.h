@@ -28,6 +28,7 @@ class NyXmlWriter;
 ///     auto mode = reader.readXml();
 ///     if (mode == NyXmlFileReader::XML_READER_START_TAG || mode == NyXmlFileReader::XML_READER_EMPTY_TAG)
 ///         model.read(reader);
+///     bool whole = reader.readXml() == NyXmlFileReader::XML_READER_EOF && reader.errorCode() == 0; // and did not break off
 /// \endcode
 ///
 /// Writing and schema. The owner calls writeStartTag(token), the object's write(), writeEndTag(); for an attribute
@@ -81,13 +82,16 @@ public:
 
     virtual bool xmlInitialized() const;
     virtual void setXmlInitialized(bool initialized);
+
+    /// Whether the value was given, by a document or by copying. Items of a sequence that was read always say so: each begins as a copy.
     virtual bool specified() const;
     virtual void setSpecified(bool specified);
 
     /// True for a value that is one text: containers write those even when they equal their default. Strings answer false.
     virtual bool isBasicType() const;
 
-    /// Whether a freshly made object of this class has the same value. Makes one for it at each call.
+    /// Whether a freshly made object of this class has the same value, whatever the constructor of its owner has set. Makes one for
+    /// it at each call.
     virtual bool equalsDefault() const;
 
     /// Compares values; false for an object of another class.

@@ -87,7 +87,8 @@ public:
     virtual std::istream& stream() const;
     virtual char const* filename() const;
 
-    /// 0 no error, 1 not well formed, 2 possibly not valid: attributes were left when the next tag came. Never cleared by the reader.
+    /// Of the last fault, which may not be the worst: 0 no error, 1 not well formed, 2 possibly not valid: attributes were left when the
+    /// next tag came. Never cleared by the reader.
     virtual unsigned int errorCode() const;
     virtual void setErrorCode(unsigned int code);
 

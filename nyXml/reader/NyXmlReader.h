@@ -24,11 +24,12 @@
 ///     std::ifstream stream("model.xml");
 ///     NyXmlReader reader("model.xml", stream);
 ///     auto mode = reader.readXml();
-///     if (mode == NyXmlFileReader::XML_READER_START_TAG || mode == NyXmlFileReader::XML_READER_EMPTY_TAG)
-///         model.read(reader);
-///     if (!reader.versionFlag() || reader.errorCode() != 0)
-///         ...
+///     bool whole = (mode == NyXmlFileReader::XML_READER_START_TAG || mode == NyXmlFileReader::XML_READER_EMPTY_TAG) &&
+///                  reader.versionFlag() && model.read(reader);
+///     whole = whole && reader.readXml() == NyXmlFileReader::XML_READER_EOF && reader.errorCode() == 0;
 /// \endcode
+/// The last event matters: to the model, a document that breaks off right behind a text looks as one that is over. Asked once more, only
+/// a whole one is at its end.
 ///
 /// Nothing is thrown for a bad document: messages go to the print facility with type 4, see NyXmlFileReader for those of the text
 /// itself. An include that cannot be opened costs a message and nothing else: mode and error code stay and the reading goes on behind it.

@@ -33,7 +33,8 @@ bool read(std::string const& text, NyXmlObject& object)
 {
     std::istringstream stream(text);
     NyXmlReader reader("text", stream);
-    return reader.readXml() == NyXmlFileReader::XML_READER_START_TAG && object.read(reader);
+    bool const read = reader.readXml() == NyXmlFileReader::XML_READER_START_TAG && object.read(reader);
+    return read && reader.readXml() == NyXmlFileReader::XML_READER_EOF; // the document did not break off
 }
 
 std::string written(NyXmlObject const& object)
