@@ -2,17 +2,26 @@
 
 #include "Text.h"
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <fstream>
 #include <random>
+#include <stdexcept>
 #include <utility>
 
 namespace bench {
 
 namespace {
 
-constexpr unsigned int numberCount = 1000000;
-constexpr unsigned int partCount = 100000;
-constexpr unsigned int pointCount = 300000;
-constexpr unsigned int weightCount = 200000;
+unsigned int numberCount = 1000000;
+unsigned int partCount = 100000;
+unsigned int pointCount = 300000;
+unsigned int weightCount = 200000;
+unsigned int textCount = 500000;
+unsigned int fileCount = 5000;
 
 /// The same sequence on every machine: the distributions of the standard library are not.
 class Dice {
@@ -52,21 +61,64 @@ void appendPoint(std::string& document, char const* tag, Point const& point)
     document += "\"/>\n";
 }
 
-void appendPart(std::string& document, Part const& part)
+/// <tag id=""><active/><mass/><position/>
+void beginPart(std::string& document, char const* tag, Part const& part)
 {
-    document += " <element id=\"" + std::to_string(part.id) + "\">\n";
+    document.append("<").append(tag).append(" id=\"").append(std::to_string(part.id)).append("\">\n");
     document += part.active ? "  <active>1</active>\n" : "  <active>0</active>\n";
     document += "  <mass>";
     append(document, part.mass);
     document += "</mass>\n  ";
     appendPoint(document, "position", part.position);
+}
+
+void appendPart(std::string& document, Part const& part)
+{
+    document += ' ';
+    beginPart(document, "element", part);
     document += "  <tags size=\"" + std::to_string(part.tags.size()) + "\">\n";
     for (std::string const& tag : part.tags)
         document += "   <element>" + tag + "</element>\n";
     document += "  </tags>\n  <title>" + part.title + "</title>\n </element>\n";
 }
 
+/// The files of the small parts in a folder of their own.
+class SmallFiles {
+public:
+    SmallFiles()
+    {
+        if (mkdtemp(m_theFolder.data()) == nullptr)
+            throw std::runtime_error("no folder for small files");
+        for (Part const& part : smallParts()) {
+            std::string document;
+            beginPart(document, "part", part);
+            document += "  <title>" + part.title + "</title>\n</part>\n";
+            m_thePaths.push_back(m_theFolder + '/' + std::to_string(part.id) + ".xml");
+            std::ofstream(m_thePaths.back(), std::ios::binary) << document;
+        }
+    }
+    ~SmallFiles()
+    {
+        std::error_code ignored;
+        std::filesystem::remove_all(m_theFolder, ignored);
+    }
+    SmallFiles(SmallFiles const&) = delete;
+    SmallFiles& operator=(SmallFiles const&) = delete;
+
+    std::vector<std::string> const& paths() const { return m_thePaths; }
+
+private:
+    std::string m_theFolder = (std::filesystem::temp_directory_path() / "nyXmlBench.XXXXXX").string();
+    std::vector<std::string> m_thePaths;
+};
+
 } // namespace
+
+void divideSizesBy(unsigned int divisor)
+{
+    for (unsigned int* const count : { &numberCount, &partCount, &pointCount, &weightCount, &textCount, &fileCount })
+        *count /= divisor;
+}
 
 Numbers const& numbers()
 {
@@ -190,6 +242,68 @@ std::string const& weightsDocument()
         return made + "</weights>\n";
     }();
     return document;
+}
+
+Texts const& texts()
+{
+    static Texts const data = [] {
+        Dice dice(5);
+        Texts made(textCount);
+        for (std::string& text : made) {
+            std::size_t const size = 5 + dice.below(36);
+            text = dice.words(8).substr(0, size);
+            text.resize(size, '.');
+            text.back() = 'e'; // no blank at the end, which a parser may drop
+        }
+        return made;
+    }();
+    return data;
+}
+
+std::string const& textsDocument()
+{
+    static std::string const document = [] {
+        std::string made = "<texts size=\"" + std::to_string(textCount) + "\">\n";
+        for (std::string const& text : texts())
+            made.append(" <element>").append(text).append("</element>\n");
+        return made + "</texts>\n";
+    }();
+    return document;
+}
+
+Catalog const& smallParts()
+{
+    static Catalog const data = [] {
+        Dice dice(6);
+        Catalog made(fileCount);
+        for (Part& part : made) {
+            part.id = static_cast<unsigned int>(&part - made.data()) + 1;
+            part.active = dice.below(2) == 1;
+            part.mass = dice.real();
+            part.position = { dice.real(), dice.real(), dice.real() };
+            part.title = dice.words(5);
+        }
+        return made;
+    }();
+    return data;
+}
+
+std::vector<std::string> const& smallFiles()
+{
+    static SmallFiles const files;
+    return files.paths();
+}
+
+std::string& fileBytes(std::string const& path)
+{
+    thread_local std::string bytes;
+    int const file = open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    struct stat status {};
+    bytes.resize(file >= 0 && fstat(file, &status) == 0 ? static_cast<std::size_t>(status.st_size) : 0);
+    ssize_t const got = read(file, bytes.data(), bytes.size());
+    bytes.resize(got > 0 ? static_cast<std::size_t>(got) : 0);
+    close(file);
+    return bytes;
 }
 
 } // namespace bench

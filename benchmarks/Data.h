@@ -36,7 +36,11 @@ struct Part {
 using Numbers = std::vector<double>;
 using Catalog = std::vector<Part>;
 using Path = std::vector<Point>;
+using Texts = std::vector<std::string>;
 using Weights = std::map<std::string, double>;
+
+/// Makes all data and documents smaller than said below. To be called before any of them is asked for.
+void divideSizesBy(unsigned int divisor);
 
 /// <numbers size="1000000"><group>a run of numbers of 17 digits, ten on a line</group></numbers>
 Numbers const& numbers();
@@ -63,6 +67,18 @@ std::string const& pathDocument();
 /// <weights><element><key/><value/></element>...</weights>, 200,000 of them in the order of their keys
 Weights const& weights();
 std::string const& weightsDocument();
+
+/// <texts size="500000"><element>5 to 40 bytes</element>...</texts>
+Texts const& texts();
+std::string const& textsDocument();
+
+/// A part without tags in each of 5,000 files of some 240 bytes: <part id="1"><active/><mass/><position x="" y="" z=""/><title/></part>
+Catalog const& smallParts();
+/// Their paths. The files are written at the first call, and are gone when the program ends.
+std::vector<std::string> const& smallFiles();
+
+/// Reads a whole file into a buffer that the next call uses again: no way is quicker.
+std::string& fileBytes(std::string const& path);
 
 } // namespace bench
 

@@ -7,12 +7,14 @@
 #include <nyXml/values/NyXmlVectorVector.h>
 
 #include <algorithm>
+#include <fstream>
 
 namespace bench {
 
 namespace {
 
 using LibraryNumbers = NyXmlVectorBasicType<NyXmlBasicType<double>>;
+using LibraryTexts = NyXmlVectorBasicType<NyXmlBasicType<std::string>>;
 using LibraryWeights = NyXmlMapType<NyXmlBasicType<std::string>, NyXmlBasicType<double>>;
 
 template <class Object>
@@ -36,6 +38,14 @@ void writeObject(std::string& document, char const* tag, Object const& object)
     writer.writeEndTag();
 }
 
+void readFile(std::string const& path, LibraryPart& part)
+{
+    std::ifstream stream(path);
+    NyXmlReader reader(path, stream);
+    reader.readXml();
+    part.read(reader);
+}
+
 void walkEvents(std::string& document, Walked& walked)
 {
     MemoryInput input(document);
@@ -50,6 +60,8 @@ bool isCatalog(LibraryCatalog const& held)
     return std::equal(held.vectorContainer().begin(), held.vectorContainer().end(), catalog().begin(), catalog().end(),
                       [](LibraryPart const& part, Part const& plain) { return part.plain() == plain; });
 }
+
+bool isTexts(LibraryTexts const& held) { return held.vectorContainer() == texts(); }
 
 bool isPath(NyXmlVectorVector const& held)
 {
@@ -112,17 +124,19 @@ void writeWeights(std::string& document)
 
 void addLibrary(Runs& runs)
 {
-    runs.read<LibraryNumbers>("readNumbers/nyXml", numbersDocument(), readObject<LibraryNumbers>, isNumbers);
-    runs.read<LibraryCatalog>("readCatalog/nyXml", catalogDocument(), readObject<LibraryCatalog>, isCatalog);
-    runs.read<NyXmlVectorVector>("readPath/nyXml", pathDocument(), readObject<NyXmlVectorVector>, isPath);
-    runs.read<LibraryWeights>("readMap/nyXml", weightsDocument(), readObject<LibraryWeights>, isWeights);
-    runs.read<Walked>("walk/nyXml", catalogDocument(), walkEvents, [](Walked const& walked) {
+    runs.read<LibraryNumbers>("readNumbers/nyXml", numbersDocument, readObject<LibraryNumbers>, isNumbers);
+    runs.read<LibraryCatalog>("readCatalog/nyXml", catalogDocument, readObject<LibraryCatalog>, isCatalog);
+    runs.read<NyXmlVectorVector>("readPath/nyXml", pathDocument, readObject<NyXmlVectorVector>, isPath);
+    runs.read<LibraryWeights>("readMap/nyXml", weightsDocument, readObject<LibraryWeights>, isWeights);
+    runs.read<LibraryTexts>("readTexts/nyXml", textsDocument, readObject<LibraryTexts>, isTexts);
+    runs.readFiles<LibraryPart>("readFiles/nyXml", readFile, [](LibraryPart const& part) { return part.plain(); });
+    runs.read<Walked>("walk/nyXml", catalogDocument, walkEvents, [](Walked const& walked) {
         return walked.elements == catalogElements() && walked.attributes == catalogAttributes();
     });
-    runs.write("writeNumbers/nyXml", writeNumbers, numbers());
-    runs.write("writeCatalog/nyXml", writeCatalog, catalog());
-    runs.write("writePath/nyXml", writePath, path());
-    runs.write("writeMap/nyXml", writeWeights, weights());
+    runs.write("writeNumbers/nyXml", writeNumbers, numbers);
+    runs.write("writeCatalog/nyXml", writeCatalog, catalog);
+    runs.write("writePath/nyXml", writePath, path);
+    runs.write("writeMap/nyXml", writeWeights, weights);
 }
 
 } // namespace bench

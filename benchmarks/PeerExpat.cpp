@@ -115,6 +115,53 @@ struct CatalogHandler : Handler {
     }
 };
 
+/// One part, one level higher than in a catalog and without tags.
+struct PartHandler : Handler {
+    Part& held;
+
+    explicit PartHandler(Part& part) : held(part) {}
+
+    void start(char const* name, XML_Char const** attributes)
+    {
+        if (depth == 1)
+            held.id = numberFrom<unsigned int>(attributes[1]);
+        else if (is(name, "position"))
+            held.position = point(attributes);
+        else
+            want();
+    }
+    void end(char const* name)
+    {
+        wantsText = false;
+        if (is(name, "active"))
+            held.active = text == "1";
+        else if (is(name, "mass"))
+            held.mass = numberFrom<double>(text);
+        else if (is(name, "title"))
+            held.title = text;
+    }
+};
+
+struct TextsHandler : Handler {
+    Texts& held;
+
+    explicit TextsHandler(Texts& texts) : held(texts) {}
+
+    void start(char const*, XML_Char const** attributes)
+    {
+        if (depth == 2)
+            held.emplace_back();
+        else
+            held.reserve(numberFrom<unsigned int>(attributes[1]));
+    }
+    void end(char const*) {}
+    void addText(char const* part, std::size_t size)
+    {
+        if (depth == 2)
+            held.back().append(part, size);
+    }
+};
+
 struct PathHandler : Handler {
     Path& held;
 
@@ -194,15 +241,19 @@ void parse(std::string& document, Held& held)
     XML_ParserFree(parser);
 }
 
+void readFile(std::string const& path, Part& part) { parse<PartHandler>(fileBytes(path), part); }
+
 } // namespace
 
 void addExpat(Runs& runs)
 {
-    runs.read("readNumbers/Expat", numbersDocument(), parse<NumbersHandler, Numbers>, numbers());
-    runs.read("readCatalog/Expat", catalogDocument(), parse<CatalogHandler, Catalog>, catalog());
-    runs.read("readPath/Expat", pathDocument(), parse<PathHandler, Path>, path());
-    runs.read("readMap/Expat", weightsDocument(), parse<WeightsHandler, Weights>, weights());
-    runs.read<Walked>("walk/Expat", catalogDocument(), parse<WalkHandler, Walked>,
+    runs.read("readNumbers/Expat", numbersDocument, parse<NumbersHandler, Numbers>, numbers);
+    runs.read("readCatalog/Expat", catalogDocument, parse<CatalogHandler, Catalog>, catalog);
+    runs.read("readPath/Expat", pathDocument, parse<PathHandler, Path>, path);
+    runs.read("readMap/Expat", weightsDocument, parse<WeightsHandler, Weights>, weights);
+    runs.read("readTexts/Expat", textsDocument, parse<TextsHandler, Texts>, texts);
+    runs.readFiles("readFiles/Expat", readFile, plainPart);
+    runs.read<Walked>("walk/Expat", catalogDocument, parse<WalkHandler, Walked>,
                       [](Walked const& walked) { return walked.elements == catalogElements() && walked.textBytes > 0; });
 }
 

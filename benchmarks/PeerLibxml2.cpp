@@ -98,6 +98,40 @@ void readCatalog(std::string& document, Catalog& held)
     }
 }
 
+void readTexts(std::string& document, Texts& held)
+{
+    Reader reader(document);
+    while (reader.next()) {
+        int const type = reader.type();
+        if (type == XML_READER_TYPE_TEXT && reader.depth() == 2)
+            held.emplace_back(reader.value());
+        else if (type == XML_READER_TYPE_ELEMENT && reader.depth() == 0)
+            held.reserve(reader.nextAttribute<unsigned int>());
+    }
+}
+
+void readFile(std::string const& path, Part& part)
+{
+    char member = ' '; // the first letter of its name
+    Reader reader(fileBytes(path));
+    while (reader.next()) {
+        int const type = reader.type();
+        if (type == XML_READER_TYPE_ELEMENT) {
+            member = reader.name().front();
+            if (reader.depth() == 0)
+                part.id = reader.nextAttribute<unsigned int>();
+            else if (member == 'p')
+                part.position = reader.point();
+        } else if (type == XML_READER_TYPE_TEXT) {
+            switch (member) {
+            case 'a': part.active = reader.value() == "1"; break;
+            case 'm': part.mass = numberFrom<double>(reader.value()); break;
+            case 't': part.title = reader.value(); break;
+            }
+        }
+    }
+}
+
 void readPath(std::string& document, Path& held)
 {
     Reader reader(document);
@@ -255,16 +289,18 @@ void writeWeights(std::string& document)
 
 void addLibxml2(Runs& runs)
 {
-    runs.read("readNumbers/libxml2", numbersDocument(), readNumbers, numbers());
-    runs.read("readCatalog/libxml2", catalogDocument(), readCatalog, catalog());
-    runs.read("readPath/libxml2", pathDocument(), readPath, path());
-    runs.read("readMap/libxml2", weightsDocument(), readWeights, weights());
-    runs.read<Walked>("walk/libxml2", catalogDocument(), walk,
+    runs.read("readNumbers/libxml2", numbersDocument, readNumbers, numbers);
+    runs.read("readCatalog/libxml2", catalogDocument, readCatalog, catalog);
+    runs.read("readPath/libxml2", pathDocument, readPath, path);
+    runs.read("readMap/libxml2", weightsDocument, readWeights, weights);
+    runs.read("readTexts/libxml2", textsDocument, readTexts, texts);
+    runs.readFiles("readFiles/libxml2", readFile, plainPart);
+    runs.read<Walked>("walk/libxml2", catalogDocument, walk,
                       [](Walked const& walked) { return walked.elements == catalogElements() && walked.textBytes > 0; });
-    runs.write("writeNumbers/libxml2", writeNumbers, numbers());
-    runs.write("writeCatalog/libxml2", writeCatalog, catalog());
-    runs.write("writePath/libxml2", writePath, path());
-    runs.write("writeMap/libxml2", writeWeights, weights());
+    runs.write("writeNumbers/libxml2", writeNumbers, numbers);
+    runs.write("writeCatalog/libxml2", writeCatalog, catalog);
+    runs.write("writePath/libxml2", writePath, path);
+    runs.write("writeMap/libxml2", writeWeights, weights);
 }
 
 } // namespace bench

@@ -37,6 +37,42 @@ Point point(pugi::xml_node node)
     return { number<double>(x), number<double>(y), number<double>(y.next_attribute()) };
 }
 
+void readPart(pugi::xml_node node, Part& part)
+{
+    part.id = number<unsigned int>(node.first_attribute());
+    for (pugi::xml_node const member : node) {
+        std::string_view const name = member.name();
+        if (name == "active") {
+            part.active = member.value()[0] == '1';
+        } else if (name == "mass") {
+            part.mass = number<double>(member);
+        } else if (name == "position") {
+            part.position = point(member);
+        } else if (name == "title") {
+            part.title = member.value();
+        } else if (name == "tags") {
+            part.tags.reserve(number<unsigned int>(member.first_attribute()));
+            for (pugi::xml_node const tag : member)
+                part.tags.emplace_back(tag.value());
+        }
+    }
+}
+
+void readTexts(std::string& document, Texts& held)
+{
+    pugi::xml_document tree;
+    pugi::xml_node const root = parsed(tree, document);
+    held.reserve(number<unsigned int>(root.first_attribute()));
+    for (pugi::xml_node const node : root)
+        held.emplace_back(node.value());
+}
+
+void readFile(std::string const& path, Part& held)
+{
+    pugi::xml_document tree;
+    readPart(parsed(tree, fileBytes(path)), held);
+}
+
 void setPoint(pugi::xml_node node, Point const& point)
 {
     node.append_attribute("x").set_value(NumberText(point.x, writtenDigits).c_str());
@@ -151,26 +187,8 @@ void pugixmlReadCatalog(std::string& document, Catalog& held)
     pugi::xml_document tree;
     pugi::xml_node const root = parsed(tree, document);
     held.reserve(number<unsigned int>(root.first_attribute()));
-    for (pugi::xml_node const node : root) {
-        Part& part = held.emplace_back();
-        part.id = number<unsigned int>(node.first_attribute());
-        for (pugi::xml_node const member : node) {
-            std::string_view const name = member.name();
-            if (name == "active") {
-                part.active = member.value()[0] == '1';
-            } else if (name == "mass") {
-                part.mass = number<double>(member);
-            } else if (name == "position") {
-                part.position = point(member);
-            } else if (name == "title") {
-                part.title = member.value();
-            } else if (name == "tags") {
-                part.tags.reserve(number<unsigned int>(member.first_attribute()));
-                for (pugi::xml_node const tag : member)
-                    part.tags.emplace_back(tag.value());
-            }
-        }
-    }
+    for (pugi::xml_node const node : root)
+        readPart(node, held.emplace_back());
 }
 
 void pugixmlReadPath(std::string& document, Path& held)
@@ -191,20 +209,22 @@ void pugixmlReadWeights(std::string& document, Weights& held)
 
 void addPugixml(Runs& runs)
 {
-    runs.read("readNumbers/pugixml", numbersDocument(), pugixmlReadNumbers, numbers());
-    runs.read("readCatalog/pugixml", catalogDocument(), pugixmlReadCatalog, catalog());
-    runs.read("readPath/pugixml", pathDocument(), pugixmlReadPath, path());
-    runs.read("readMap/pugixml", weightsDocument(), pugixmlReadWeights, weights());
+    runs.read("readNumbers/pugixml", numbersDocument, pugixmlReadNumbers, numbers);
+    runs.read("readCatalog/pugixml", catalogDocument, pugixmlReadCatalog, catalog);
+    runs.read("readPath/pugixml", pathDocument, pugixmlReadPath, path);
+    runs.read("readMap/pugixml", weightsDocument, pugixmlReadWeights, weights);
+    runs.read("readTexts/pugixml", textsDocument, readTexts, texts);
+    runs.readFiles("readFiles/pugixml", readFile, plainPart);
     runs.read<pugi::xml_document>(
-        "walk/pugixml", catalogDocument(), [](std::string& document, pugi::xml_document& tree) { parsed(tree, document); },
+        "walk/pugixml", catalogDocument, [](std::string& document, pugi::xml_document& tree) { parsed(tree, document); },
         [](pugi::xml_document const& tree) {
             return tree.first_child().last_child().last_child().value() == catalog().back().title;
         });
-    runs.write("writeNumbers/pugixml", writeNumbers, numbers());
-    runs.write("writeCatalog/pugixml", writeCatalog, catalog());
-    runs.write("writeCatalog/pugixml save alone", saveCatalog, catalog());
-    runs.write("writePath/pugixml", writePath, path());
-    runs.write("writeMap/pugixml", writeWeights, weights());
+    runs.write("writeNumbers/pugixml", writeNumbers, numbers);
+    runs.write("writeCatalog/pugixml", writeCatalog, catalog);
+    runs.write("writeCatalog/pugixml save alone", saveCatalog, catalog);
+    runs.write("writePath/pugixml", writePath, path);
+    runs.write("writeMap/pugixml", writeWeights, weights);
 }
 
 } // namespace bench

@@ -34,6 +34,27 @@ Point point(Node* node)
     return { number<double>(x), number<double>(y), number<double>(y->next_attribute()) };
 }
 
+void readPart(Node* node, Part& part)
+{
+    part.id = number<unsigned int>(node->first_attribute());
+    for (Node* member = node->first_node(); member != nullptr; member = member->next_sibling()) {
+        std::string_view const tag = name(member);
+        if (tag == "active") {
+            part.active = value(member) == "1";
+        } else if (tag == "mass") {
+            part.mass = number<double>(member);
+        } else if (tag == "position") {
+            part.position = point(member);
+        } else if (tag == "title") {
+            part.title = value(member);
+        } else if (tag == "tags") {
+            part.tags.reserve(number<unsigned int>(member->first_attribute()));
+            for (Node* item = member->first_node(); item != nullptr; item = item->next_sibling())
+                part.tags.emplace_back(value(item));
+        }
+    }
+}
+
 void readNumbers(std::string& document, Numbers& held)
 {
     rapidxml::xml_document<> tree;
@@ -47,26 +68,23 @@ void readCatalog(std::string& document, Catalog& held)
     rapidxml::xml_document<> tree;
     Node* const root = parsed(tree, document);
     held.reserve(number<unsigned int>(root->first_attribute()));
-    for (Node* node = root->first_node(); node != nullptr; node = node->next_sibling()) {
-        Part& part = held.emplace_back();
-        part.id = number<unsigned int>(node->first_attribute());
-        for (Node* member = node->first_node(); member != nullptr; member = member->next_sibling()) {
-            std::string_view const tag = name(member);
-            if (tag == "active") {
-                part.active = value(member) == "1";
-            } else if (tag == "mass") {
-                part.mass = number<double>(member);
-            } else if (tag == "position") {
-                part.position = point(member);
-            } else if (tag == "title") {
-                part.title = value(member);
-            } else if (tag == "tags") {
-                part.tags.reserve(number<unsigned int>(member->first_attribute()));
-                for (Node* item = member->first_node(); item != nullptr; item = item->next_sibling())
-                    part.tags.emplace_back(value(item));
-            }
-        }
-    }
+    for (Node* node = root->first_node(); node != nullptr; node = node->next_sibling())
+        readPart(node, held.emplace_back());
+}
+
+void readTexts(std::string& document, Texts& held)
+{
+    rapidxml::xml_document<> tree;
+    Node* const root = parsed(tree, document);
+    held.reserve(number<unsigned int>(root->first_attribute()));
+    for (Node* node = root->first_node(); node != nullptr; node = node->next_sibling())
+        held.emplace_back(value(node));
+}
+
+void readFile(std::string const& path, Part& held)
+{
+    rapidxml::xml_document<> tree;
+    readPart(parsed(tree, fileBytes(path)), held);
 }
 
 void readPath(std::string& document, Path& held)
@@ -89,12 +107,14 @@ void readWeights(std::string& document, Weights& held)
 
 void addRapidXml(Runs& runs)
 {
-    runs.read("readNumbers/RapidXML", numbersDocument(), readNumbers, numbers());
-    runs.read("readCatalog/RapidXML", catalogDocument(), readCatalog, catalog());
-    runs.read("readPath/RapidXML", pathDocument(), readPath, path());
-    runs.read("readMap/RapidXML", weightsDocument(), readWeights, weights());
+    runs.read("readNumbers/RapidXML", numbersDocument, readNumbers, numbers);
+    runs.read("readCatalog/RapidXML", catalogDocument, readCatalog, catalog);
+    runs.read("readPath/RapidXML", pathDocument, readPath, path);
+    runs.read("readMap/RapidXML", weightsDocument, readWeights, weights);
+    runs.read("readTexts/RapidXML", textsDocument, readTexts, texts);
+    runs.readFiles("readFiles/RapidXML", readFile, plainPart);
     runs.read<rapidxml::xml_document<>>(
-        "walk/RapidXML", catalogDocument(), [](std::string& document, rapidxml::xml_document<>& tree) { parsed(tree, document); },
+        "walk/RapidXML", catalogDocument, [](std::string& document, rapidxml::xml_document<>& tree) { parsed(tree, document); },
         [](rapidxml::xml_document<> const& tree) { return name(tree.first_node()) == "catalog"; });
 }
 

@@ -25,6 +25,6 @@ void writeNumbers(std::string& document)
 
 } // namespace
 
-void addStdio(Runs& runs) { runs.write("writeNumbers/fprintf", writeNumbers, numbers()); }
+void addStdio(Runs& runs) { runs.write("writeNumbers/fprintf", writeNumbers, numbers); }
 
 } // namespace bench

@@ -4,7 +4,12 @@
 
 #include <malloc.h>
 
+#include <algorithm>
 #include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <ctime>
+#include <string>
 
 namespace bench {
 
@@ -58,6 +63,55 @@ bool Runs::holds(std::string document, Weights const& data) { return reads(docum
 
 } // namespace bench
 
+namespace {
+
+/// What a workload is made of, so that its cost can be told for one of them.
+std::size_t itemsOf(std::string const& workload)
+{
+    using namespace bench;
+    if (workload == "readNumbers" || workload == "writeNumbers")
+        return numbers().size();
+    if (workload == "readPath" || workload == "writePath")
+        return path().size();
+    if (workload == "readMap" || workload == "writeMap")
+        return weights().size();
+    if (workload == "readTexts")
+        return texts().size();
+    return workload == "readFiles" ? smallFiles().size() : catalog().size();
+}
+
+/// A name of its own in the profile: callgrind counts what happens in here.
+[[gnu::noinline]] void measured(bench::Run const& run) { run.run(); }
+
+/// Prints the items of one run, and the least milliseconds of processor time that it took. The first time warms up.
+int once(bench::Runs const& runs, std::string const& name, int times)
+{
+    for (bench::Run const& run : runs.all()) {
+        if (run.name != name)
+            continue;
+        run.prepare();
+        run.run();
+        run.drop();
+        double least = 0.0;
+        for (int i = 0; i < times; ++i) {
+            malloc_trim(0);
+            run.prepare();
+            std::clock_t const before = std::clock();
+            measured(run);
+            double const took = static_cast<double>(std::clock() - before) * 1000.0 / CLOCKS_PER_SEC;
+            least = i == 0 ? took : std::min(least, took);
+            run.drop();
+        }
+        std::printf("%zu %.3f\n", itemsOf(name.substr(0, name.find('/'))), least);
+        return 0;
+    }
+    std::fprintf(stderr, "there is no run %s\n", name.c_str());
+    return 2;
+}
+
+} // namespace
+
+/// Benchmarks all runs, or with arguments `once <run> <divisor> <times>` makes one alone, on a part of the data.
 int main(int argc, char** argv)
 {
     bench::Runs runs;
@@ -68,6 +122,10 @@ int main(int argc, char** argv)
     bench::addLibxml2(runs);
     bench::addStdio(runs);
 
+    if (argc == 5 && std::strcmp(argv[1], "once") == 0) {
+        bench::divideSizesBy(static_cast<unsigned int>(std::atoi(argv[3])));
+        return once(runs, argv[2], std::atoi(argv[4]));
+    }
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv))
         return 2;

@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Installs what is missing, builds the benchmarks, and prints how this library compares with its peers, as measured in this run.
 # Arguments go to the benchmark program: scripts/bench.sh --benchmark_filter=Catalog
+# The table is drawn, too, as build/bench/chart.png and .svg. With NYXML_BENCH_RECORD=1 the picture goes into benchmarks/.
 . "$(dirname "${BASH_SOURCE[0]}")/setup.sh"
 
 need build bench
@@ -15,33 +16,66 @@ say "measuring; this takes a few minutes"
     --benchmark_min_time=0.01 --benchmark_report_aggregates_only=true \
     --benchmark_out="$work/results.json" --benchmark_out_format=json "$@" >"$work/log" 2>&1 || fail "$(cat "$work/log")"
 
-say "processor time, median: milliseconds of nyXml, then how many times as fast as the peer it is"
+# Lines of workload, contender and median of its milliseconds, between tabs.
 awk '
 function text(line) { sub(/^[^:]*: "?/, "", line); sub(/"?,?$/, "", line); return line }
-/"run_name":/       { split(text($0), name, "/"); workload = name[1]; who = name[2]; sub(/ *$/, "", who) }
+/"run_name":/       { split(text($0), name, "/") }
 /"aggregate_name":/ { aggregate = text($0) }
-/"cpu_time":/ && aggregate == "median" {
-    if (!(workload in seen)) { seen[workload]; workloads[++workloadCount] = workload }
-    if (!(who in known) && who != "nyXml") { known[who]; peers[++peerCount] = who }
-    time[workload, who] = text($0)
+/"cpu_time":/ && aggregate == "median" { sub(/ *$/, "", name[2]); printf "%s\t%s\t%s\n", name[1], name[2], text($0) }
+' "$work/results.json" >"$work/times"
+mapfile -t workloads < <(cut -f1 "$work/times" | awk '!seen[$0]++')
+
+# What callgrind counts for one item, and how many times as long eight times the data take. Both of nyXml alone.
+instructions_of() {
+    local counted
+    command -v valgrind >/dev/null 2>&1 || return 0
+    counted=$(valgrind --tool=callgrind --collect-atstart=no --toggle-collect='*measured*' --callgrind-out-file=/dev/null \
+        "$programs/nyXmlBenchmarks" once "$1/nyXml" 50 1 2>&1) || fail "$counted"
+    awk '/^[0-9]+ / { items = $1 } /Collected :/ { printf "%d", $4 / items }' <<<"$counted"
 }
+growth_of() {
+    local small great
+    small=$("$programs/nyXmlBenchmarks" once "$1/nyXml" 8 7)
+    great=$("$programs/nyXmlBenchmarks" once "$1/nyXml" 1 3)
+    awk -v small="${small#* }" -v great="${great#* }" 'BEGIN { printf "%.2f", great / small }'
+}
+say "counting instructions and growth"
+for workload in "${workloads[@]}"; do
+    printf '%s\t%s\t%s\n' "$workload" "$(instructions_of "$workload")" "$(growth_of "$workload")"
+done >"$work/costs"
+
+say "processor time, median: milliseconds of nyXml, then how many times as fast as the peer it is"
+awk -F '\t' '
+FILENAME == ARGV[1] { instructions[$1] = $2; growth[$1] = $3; next }
+!($1 in seen)       { seen[$1]; workloads[++workloadCount] = $1 }
+$2 != "nyXml" && !($2 in known) { known[$2]; peers[++peerCount] = $2 }
+{ time[$1, $2] = $3 }
 END {
-    printf "| %-13s| %8s |", "workload", "nyXml ms"
+    printf "| %-12s | %8s |", "workload", "nyXml ms"
     for (p = 1; p <= peerCount; ++p) printf " %s |", peers[p]
-    printf "\n|---|---|"
-    for (p = 1; p <= peerCount; ++p) printf "---|"
+    printf " instructions an item | 1x to 8x |\n|---|---|"
+    for (p = 1; p <= peerCount + 2; ++p) printf "---|"
     printf "\n"
     for (w = 1; w <= workloadCount; ++w) {
         workload = workloads[w]
-        printf "| %-13s| %8.1f |", workload, time[workload, "nyXml"]
+        printf "| %-12s | %8.1f |", workload, time[workload, "nyXml"]
         for (p = 1; p <= peerCount; ++p)
             if ((workload, peers[p]) in time && time[workload, "nyXml"] > 0)
                 printf " %*.2f |", length(peers[p]), time[workload, peers[p]] / time[workload, "nyXml"]
             else
                 printf " %*s |", length(peers[p]), "-"
-        printf "\n"
+        printf " %20s | %8s |\n", instructions[workload] == "" ? "-" : instructions[workload], growth[workload]
     }
-}' "$work/results.json"
+}' "$work/costs" "$work/times"
+
+say "the documents that two threads read in the time of one"
+"$programs/nyXmlThreads"
+
+if command -v gnuplot >/dev/null 2>&1; then
+    say "drawing"
+    benchmarks/chart.sh "$work/times" build/bench/chart
+    [ -z "${NYXML_BENCH_RECORD:-}" ] || cp build/bench/chart.png build/bench/chart.svg benchmarks/
+fi
 
 say "peak memory over the catalog of 34 MB"
 "$programs/nyXmlMemory" make "$work/catalog.xml"

@@ -20,7 +20,8 @@ packages_for() {
     build) printf '%s\n' 'g++ g++' 'cmake cmake' 'ninja-build ninja' 'libboost-dev boost/signals2.hpp' \
         'libcurl4-openssl-dev curl/curl.h' 'libgtest-dev gtest/gtest.h' 'libxml2-utils gtest/gtest.h' ;;
     bench) printf '%s\n' 'pkg-config pkg-config' 'libbenchmark-dev benchmark/benchmark.h' 'libpugixml-dev pugixml.hpp' \
-        'librapidxml-dev rapidxml/rapidxml.hpp' 'libexpat1-dev expat.h' 'libxml2-dev libxml2/libxml/xmlreader.h' ;;
+        'librapidxml-dev rapidxml/rapidxml.hpp' 'libexpat1-dev expat.h' 'libxml2-dev libxml2/libxml/xmlreader.h' \
+        'valgrind valgrind' 'gnuplot-nox gnuplot' ;;
     check) printf '%s\n' 'git git' 'clang-format clang-format' 'pkg-config pkg-config' ;;
     sanitize) printf '%s\n' 'clang clang++' 'libclang-rt-dev /usr/lib/llvm-*/lib/clang/*/lib/linux/libclang_rt.asan-*.a' ;;
     *) fail "scripts/setup.sh: nothing is known about '$1'" ;;
