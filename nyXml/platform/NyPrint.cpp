@@ -2,6 +2,7 @@
 
 #include <cstdarg>
 #include <cstdio>
+#include <deque>
 #include <locale.h>
 #include <ostream>
 #include <streambuf>
@@ -9,21 +10,63 @@
 #include <utility>
 
 namespace Ny {
+
+/// Hears what its thread reports, while its scope lives.
+struct PrintListener {
+    Print::Handler handler;
+    PrintListener* outer; ///< who heard before, and hears what this one's handler reports
+};
+
 namespace {
 
 void writeToStandardError(int, std::string const&, std::string const& text) { std::fwrite(text.data(), 1, text.size(), stderr); }
 
-// Never destroyed: static objects report in their destructors too.
-Print::Handler& currentHandler()
+using SharedHandler = std::shared_ptr<Print::Handler const>;
+
+// Never destroyed: static objects report in their destructors too. Changed and read by std::atomic_store and atomic_load alone, so
+// that a handler that is replaced while it runs lives to its end.
+SharedHandler& processHandler()
 {
-    static Print::Handler& handler = *new Print::Handler(writeToStandardError);
+    static SharedHandler& handler = *new SharedHandler(std::make_shared<Print::Handler const>(writeToStandardError));
     return handler;
 }
 
+/// Who hears this thread next. A handler that runs is taken out, so that what it reports itself reaches the one outside it.
+struct Hearing {
+    PrintListener* innermost;     ///< null when no scope lives, or all of them are busy
+    bool isProcessHandlerRunning; ///< standard error is left
+    std::size_t depth;            ///< how many handlers run
+};
+thread_local Hearing hearing{ nullptr, false, 0 };
+
+/// Puts everything back when a handler is through, thrown or not.
+class HandlerRuns {
+public:
+    HandlerRuns() noexcept : m_Before(hearing) { ++hearing.depth; }
+    ~HandlerRuns() { hearing = m_Before; }
+    HandlerRuns(HandlerRuns const&) = delete;
+    HandlerRuns& operator=(HandlerRuns const&) = delete;
+
+private:
+    Hearing const m_Before;
+};
+
 void report(int printType, std::string const& location, std::string_view text)
 {
-    if (!text.empty())
-        currentHandler()(printType, location, std::string(text));
+    if (text.empty())
+        return;
+    std::string const piece(text);
+    HandlerRuns const runs;
+    if (PrintListener* const listener = hearing.innermost) {
+        hearing.innermost = listener->outer;
+        listener->handler(printType, location, piece);
+    } else if (!hearing.isProcessHandlerRunning) {
+        hearing.isProcessHandlerRunning = true;
+        SharedHandler const handler = std::atomic_load(&processHandler());
+        (*handler)(printType, location, piece);
+    } else {
+        writeToStandardError(printType, location, piece);
+    }
 }
 
 /// Passes on what is inserted, at once and in the pieces in which it comes.
@@ -57,15 +100,16 @@ private:
 
 class MessageStream : public std::ostream {
 public:
-    MessageStream() : std::ostream(nullptr), m_Pristine(nullptr)
+    MessageStream() : std::ostream(nullptr), m_Pristine(&m_Buffer)
     {
         rdbuf(&m_Buffer);
         m_Pristine.imbue(std::locale::classic());
+        m_Pristine.exceptions(std::ios::badbit); // inserters catch what the buffer throws; this makes them throw it again
     }
     void begin(int printType, std::string const& location)
     {
-        copyfmt(m_Pristine); // the last reporter's manipulators, and its width if it forgot to use it up
         clear();
+        copyfmt(m_Pristine); // the last reporter's manipulators, and its width if it forgot to use it up
         m_Buffer.begin(printType, location);
     }
 
@@ -74,21 +118,35 @@ private:
     std::ios m_Pristine;
 };
 
-// A thread's stream ends with the thread, but destructors that run still later report as well: those of static objects on the main
-// thread come after its thread-local ones. They share a stream that is never destroyed; `ended` has no destructor and stays readable.
-MessageStream& streamOfThisThread()
+/// One stream for each message that a thread has open: a handler that reports does so in the middle of somebody's statement.
+class MessageStreams {
+public:
+    MessageStream& at(std::size_t depth)
+    {
+        while (m_Streams.size() <= depth)
+            m_Streams.emplace_back();
+        return m_Streams[depth];
+    }
+
+private:
+    std::deque<MessageStream> m_Streams;
+};
+
+// A thread's streams end with the thread, but destructors that run still later report as well: those of static objects on the main
+// thread come after its thread-local ones. They share streams that are never destroyed; `ended` has no destructor and stays readable.
+MessageStreams& streamsOfThisThread()
 {
     thread_local bool ended = false;
-    thread_local MessageStream* late = nullptr;
+    thread_local MessageStreams* late = nullptr;
     struct Owner {
-        MessageStream stream;
+        MessageStreams streams;
         ~Owner() { ended = true; }
     };
     thread_local Owner owner;
     if (!ended)
-        return owner.stream;
+        return owner.streams;
     if (!late)
-        late = new MessageStream;
+        late = new MessageStreams;
     return *late;
 }
 
@@ -138,11 +196,29 @@ void Print::write(int printType, char const* format, ...)
 
 std::ostream& Print::ostream(int printType, std::string const& location)
 {
-    MessageStream& stream = streamOfThisThread();
+    MessageStream& stream = streamsOfThisThread().at(hearing.depth);
     stream.begin(printType, location);
     return stream;
 }
 
-void Print::setHandler(Handler handler) { currentHandler() = handler ? std::move(handler) : writeToStandardError; }
+void Print::setHandler(Handler handler)
+{
+    std::atomic_store(&processHandler(), std::make_shared<Handler const>(handler ? std::move(handler) : writeToStandardError));
+}
+
+Print::ThreadScope::ThreadScope(Handler handler)
+    : m_Listener(new PrintListener{ handler ? std::move(handler) : writeToStandardError, hearing.innermost })
+{
+    hearing.innermost = m_Listener.get();
+}
+
+Print::ThreadScope::~ThreadScope()
+{
+    PrintListener** link = &hearing.innermost;
+    while (*link && *link != m_Listener.get()) // a scope made later may still live
+        link = &(*link)->outer;
+    if (*link)
+        *link = m_Listener->outer;
+}
 
 } // namespace Ny
