@@ -46,6 +46,22 @@ TEST(DocumentReader, LinkStartsAtTheDocumentThatHoldsIt)
     }
 }
 
+// What a report of a fault needs. Where an included document stands, its include element does not.
+TEST(DocumentReader, OpenElementsLeadThroughIncludes)
+{
+    ScratchDirectory const directory;
+    directory.write("b.xml", "<b><x:c>text</x:c><d/></b>");
+    Open<NyXmlReader> open("<a>\n" + include("b.xml") + "<last/></a>", 0, directory.path("a.xml"));
+    std::string seen;
+    do {
+        for (NyToken const& name : open.reader.openElements())
+            seen += "/" + name.namespaceAndToken();
+        seen += " ";
+    } while (open.reader.readXml() != NyXmlFileReader::XML_READER_EOF);
+    EXPECT_EQ(seen, " /#a /#a/#b /#a/#b/#c /#a/#b /#a/#b/#d /#a /#a/#last  ");
+    EXPECT_TRUE(NyXmlReader().openElements().empty());
+}
+
 TEST(DocumentReader, IncludedRootStandsWhereTheIncludeStood)
 {
     Messages messages;

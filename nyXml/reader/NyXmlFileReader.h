@@ -13,6 +13,7 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 class NyXmlWordSink;
 
@@ -178,6 +179,9 @@ public:
 
     /// Takes over all but the stream: the target reads on from its own.
     NyXmlFileReader& operator=(NyXmlFileReader const& other);
+
+    /// The names of the open elements, outermost first; the last one is element(). For whoever tells where in a document something is.
+    std::vector<NyToken> openElements() const { return m_theElementStack.names(); }
 
     // For the hot paths of the library. Not virtual, so that a subclass does not see them.
 

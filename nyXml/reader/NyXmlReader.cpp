@@ -125,6 +125,18 @@ void NyXmlReader::pop()
     findTop();
 }
 
+std::vector<NyToken> NyXmlReader::openElements() const
+{
+    std::vector<NyToken> names;
+    for (NyXmlFileReader const& document : m_theFileReaders) {
+        if (!names.empty() && isInclude(names.back()))
+            names.pop_back(); // this document stands in its place
+        std::vector<NyToken> const more = document.openElements();
+        names.insert(names.end(), more.begin(), more.end());
+    }
+    return names;
+}
+
 void NyXmlReader::open(std::string const& name, std::istream& stream)
 {
     push(name, stream);

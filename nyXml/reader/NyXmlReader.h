@@ -14,6 +14,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 /// What every read() receives: one document, however many files it is written in.
 ///
@@ -123,6 +124,10 @@ public:
     /// As copying, for the documents, the flags and the factory; signals and counters stay. A document that is open in both keeps its
     /// own stream and takes the other's text in hand, as NyXmlFileReader's assignment has it.
     NyXmlReader& operator=(NyXmlReader const& other);
+
+    /// The names of the open elements, outermost first, from the first document through all includes to element(). Include elements are
+    /// not among them. Empty for a reader that is not opened; of a subclass that hands out events of its own it knows nothing.
+    std::vector<NyToken> openElements() const;
 
     // Ways to the text without a copy, for values that read a lot of it. They are not virtual: take them only if
     // typeid(reader) == typeid(NyXmlReader), or a subclass does not see them. Valid until the next call that reads.

@@ -10,6 +10,7 @@
 #include <nyXml/values/NyXmlSetType.h>
 #include <nyXml/values/NyXmlVectorBasicType.h>
 #include <nyXml/values/detail/NyXmlEntries.h>
+#include <nyXml/values/detail/NyXmlTextValue.h>
 
 #include <iterator>
 #include <map>
@@ -141,11 +142,11 @@ private:
             enter();
         }
         void readValue(NyXmlReader& reader) override { m_value->read(reader); }
-        bool isOfTexts() const override { return NyXmlEntries::isText<K> && NyXmlEntries::isText<V>; }
+        bool isOfTexts() const override { return isNyXmlTextValue<K> && isNyXmlTextValue<V>; }
         void take([[maybe_unused]] NyXmlReader& reader, [[maybe_unused]] std::string_view key,
                   [[maybe_unused]] std::string_view value) override
         {
-            if constexpr (NyXmlEntries::isText<K> && NyXmlEntries::isText<V>) {
+            if constexpr (isNyXmlTextValue<K> && isNyXmlTextValue<V>) {
                 takeText(m_key, reader, key);
                 enter();
                 takeText(*m_value, reader, value);

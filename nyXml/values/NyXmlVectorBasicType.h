@@ -10,6 +10,7 @@
 #include <nyXml/values/NyXmlBasicType.h>
 #include <nyXml/values/detail/NyXmlItemVector.h>
 #include <nyXml/values/detail/NyXmlItems.h>
+#include <nyXml/values/detail/NyXmlTextValue.h>
 
 #include <cstddef>
 #include <iosfwd>
@@ -160,6 +161,7 @@ public:
         m_item.read(reader);
         m_items.push_back(m_item.value());
     }
+    bool isOfWords() const override { return isNyXmlTextValue<B>; }
 
     // Hot: once per word of every numeric array, benchmarks readNumbers. Words are converted where they stand in the reader's text, a
     // long run block by block; the plain way copies each word and costs a dozen virtual calls. Nobody can tell, since reader and item
@@ -194,10 +196,7 @@ public:
     void forgetWords() override { m_items.resize(m_countBefore); }
 
 private:
-    static bool isInPlace(NyXmlReader const& reader)
-    {
-        return std::is_same_v<B, NyXmlBasicType<T>> && typeid(reader) == typeid(NyXmlReader);
-    }
+    static bool isInPlace(NyXmlReader const& reader) { return isNyXmlTextValue<B> && typeid(reader) == typeid(NyXmlReader); }
 
     std::vector<T>& m_items;
     std::size_t m_countBefore = 0; ///< items before the run

@@ -13,6 +13,7 @@
 #include <nyXml/values/NyXmlVectorVector.h>
 #include <nyXml/values/detail/NyXmlItemVector.h>
 #include <nyXml/values/detail/NyXmlItems.h>
+#include <nyXml/values/detail/NyXmlTextValue.h>
 
 #include <iosfwd>
 #include <string>
@@ -155,6 +156,8 @@ public:
         m_items.push_back(m_item);
         m_items.back().read(reader);
     }
+
+    bool isOfWords() const override { return isNyXmlTextValue<E>; }
 
 private:
     std::vector<E>& m_items;

@@ -24,6 +24,15 @@ void NyXmlElementStack::name(NyToken const& token)
     m_top->m_isBare = !token.empty() && token.namespaceName().empty() && token.localName().find(':') == std::string::npos;
 }
 
+std::vector<NyToken> NyXmlElementStack::names() const
+{
+    std::vector<NyToken> names;
+    names.reserve(m_depth);
+    for (std::size_t depth = 0; depth != m_depth; ++depth)
+        names.push_back(*m_records[depth]->m_name);
+    return names;
+}
+
 // The record's own token serves again: of a row of equals it stays as it is.
 NyToken const& NyXmlElementStack::ownToken(Record& record, std::string_view localName)
 {

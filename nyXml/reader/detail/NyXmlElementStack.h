@@ -33,6 +33,9 @@ public:
         return *m_top->m_name;
     }
 
+    /// The names of the open elements, outermost first.
+    std::vector<NyToken> names() const;
+
     /// The innermost element's name if an end tag of exactly these bytes closes it; empty if that takes a closer look.
     std::string_view bareName() const noexcept
     {

@@ -9,9 +9,6 @@
 #include <string>
 #include <string_view>
 
-template <class T>
-class NyXmlBasicType;
-
 /// Where a map puts what is read: the one thing in which maps differ.
 class NYXML_EXPORT NyXmlEntrySink {
 public:
@@ -47,12 +44,6 @@ protected:
 /// \endcode
 /// `where` is the signature of the reporting member.
 namespace NyXmlEntries {
-
-/// Whether a class is one of the basic values and no subclass of theirs, so that its read() takes a text and nothing else.
-template <class C>
-inline constexpr bool isText = false;
-template <class T>
-inline constexpr bool isText<NyXmlBasicType<T>> = true;
 
 /// Reads the body of a map. \return false at the first child that is no entry, which is reported, and for an error of the reader
 NYXML_EXPORT bool readMap(NyXmlReader& reader, char const* where, NyXmlEntrySink& sink);

@@ -5,6 +5,7 @@
 
 #include <nyXml/core/NyXmlObject.h>
 #include <nyXml/values/detail/NyXmlItems.h>
+#include <nyXml/values/detail/NyXmlTextValue.h>
 
 /// What sets and lists have in common, for the families' own use: they take copies of one item, and say nothing of their size when empty.
 namespace NyXmlItems {
@@ -23,6 +24,7 @@ public:
         m_item.read(reader);
         m_items.insert(m_items.end(), m_item);
     }
+    bool isOfWords() const override { return isNyXmlTextValue<typename Container::value_type>; }
 
 private:
     Container& m_items;

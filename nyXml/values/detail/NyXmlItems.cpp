@@ -8,6 +8,7 @@
 #include <nyXml/writer/NyXmlWriter.h>
 
 #include <algorithm>
+#include <limits>
 #include <memory>
 #include <ostream>
 #include <stdexcept>
@@ -57,12 +58,14 @@ NyXmlFileReader::XML_READER_MODE NyXmlItemSink::beginRun(NyXmlReader& reader) { 
 
 unsigned int NyXmlItemSink::readWords(NyXmlReader& reader)
 {
+    // An item that takes no word would never come to the end of the run. Asked through the virtual operations alone, since a reader
+    // of an application's own hands out words that the library's has never seen.
+    unsigned int const words = isOfWords() ? std::numeric_limits<unsigned int>::max() : reader.contentCount();
     unsigned int count = 0;
-    bool isShorter = true; // an item made of attributes or children takes no word, and would never come to the end of the run
-    for (; isShorter && reader.isContentAvailable(); ++count) {
-        std::size_t const before = reader.contentView().size();
+    while (count < words && reader.isContentAvailable()) {
         readItem(reader);
-        isShorter = reader.contentView().size() < before;
+        if (++count == 1 && !isOfWords() && reader.contentCount() == words)
+            break;
     }
     return count;
 }

@@ -31,6 +31,9 @@ public:
     /// Takes one item. The reader stands on one word or one child element; whether the item liked what it read plays no part.
     virtual void readItem(NyXmlReader& reader) = 0;
 
+    /// Whether each item of a run is sure to take a word. Others are watched: one made of attributes or children takes none.
+    virtual bool isOfWords() const { return false; }
+
     /// Goes from the start tag of a run to its content: readXml(), unless there is a faster way.
     virtual NyXmlFileReader::XML_READER_MODE beginRun(NyXmlReader& reader);
 
