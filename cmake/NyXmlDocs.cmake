@@ -1,13 +1,13 @@
 # The target docs: the API reference as HTML, from the comments of the public headers, in the groups of docs/groups.dox, and the pages
 # under docs/.
 
-find_package(Doxygen REQUIRED OPTIONAL_COMPONENTS dot)
+find_package(Doxygen REQUIRED)
 
 set(DOXYGEN_PROJECT_NAME nyXml)
 set(DOXYGEN_STRIP_FROM_PATH "${PROJECT_SOURCE_DIR}")
 set(DOXYGEN_STRIP_FROM_INC_PATH "${PROJECT_SOURCE_DIR}")
 set(DOXYGEN_FILE_PATTERNS "*.h" "*.md" "*.dox")
-set(DOXYGEN_EXCLUDE_PATTERNS "*/detail/*" "*/nyXml/*/README.md") # what is in-house, and what is for those who work on the sources
+set(DOXYGEN_EXCLUDE_PATTERNS "*/detail/*" "*/samples/*" "*/nyXml/*/README.md" "*/nyXmlKit/*README.md") # what is in-house, and what is for those who work on the sources
 set(DOXYGEN_USE_MDFILE_AS_MAINPAGE "${PROJECT_SOURCE_DIR}/README.md")
 set(DOXYGEN_MACRO_EXPANSION YES)
 set(DOXYGEN_PREDEFINED "NYXML_EXPORT=")
@@ -16,4 +16,15 @@ set(DOXYGEN_JAVADOC_AUTOBRIEF YES)
 set(DOXYGEN_EXTRACT_ALL YES)
 set(DOXYGEN_WARN_IF_INCOMPLETE_DOC NO)
 set(DOXYGEN_QUIET YES)
-doxygen_add_docs(docs "${PROJECT_SOURCE_DIR}/README.md" "${PROJECT_SOURCE_DIR}/nyXml" "${PROJECT_SOURCE_DIR}/docs" ALL)
+set(DOXYGEN_HAVE_DOT NO)
+# Pages on the left, a search on top, no lists of files: who looks for a class looks in the groups.
+set(DOXYGEN_GENERATE_TREEVIEW YES)
+set(DOXYGEN_DISABLE_INDEX NO)
+set(DOXYGEN_FULL_SIDEBAR NO)
+set(DOXYGEN_SEARCHENGINE YES)
+set(DOXYGEN_SHOW_FILES NO)
+set(DOXYGEN_VERBATIM_HEADERS NO)
+set(DOXYGEN_HTML_EXTRA_STYLESHEET "${PROJECT_SOURCE_DIR}/docs/site.css")
+set(DOXYGEN_IMAGE_PATH "${PROJECT_SOURCE_DIR}/docs")
+doxygen_add_docs(docs
+    "${PROJECT_SOURCE_DIR}/README.md" "${PROJECT_SOURCE_DIR}/docs" "${PROJECT_SOURCE_DIR}/nyXml" "${PROJECT_SOURCE_DIR}/nyXmlKit" ALL)

@@ -1,6 +1,6 @@
 # Sourced by the other scripts: goes to the root of the tree, installs what is missing, configures and builds.
 #
-#   need <what>...             makes sure that these are there: build, bench, check, sanitize
+#   need <what>...             makes sure that these are there: build, bench, check, docs, sanitize
 #   build <preset> [target...] configures and builds into build/<preset>; NYXML_CMAKE_ARGS goes to the configuration
 
 set -euo pipefail
@@ -23,6 +23,7 @@ packages_for() {
         'librapidxml-dev rapidxml/rapidxml.hpp' 'libexpat1-dev expat.h' 'libxml2-dev libxml2/libxml/xmlreader.h' \
         'valgrind valgrind' 'gnuplot-nox gnuplot' ;;
     check) printf '%s\n' 'git git' 'clang-format clang-format' 'pkg-config pkg-config' ;;
+    docs) printf '%s\n' 'doxygen doxygen' ;;
     sanitize) printf '%s\n' 'clang clang++' 'libclang-rt-dev /usr/lib/llvm-*/lib/clang/*/lib/linux/libclang_rt.asan-*.a' ;;
     *) fail "scripts/setup.sh: nothing is known about '$1'" ;;
     esac

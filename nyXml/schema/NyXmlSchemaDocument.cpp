@@ -71,7 +71,7 @@ void NyXmlSchema::writeDocument(std::ostream& stream, std::size_t which, std::ve
     stream << "  elementFormDefault = \"qualified\">\n\n";
 
     // Imports go forward only, so that no two files import each other. A reference back to an earlier namespace has its prefix and no
-    // import: validating parsers refuse the file for it, see docs/guide.md.
+    // import: validating parsers refuse the file for it, see docs/described-schema.md.
     for (std::size_t i = which + 1; i < m_theNamespaces.size(); ++i) {
         stream << "  <import namespace=\"" << m_theNamespaces[i] << "\" schemaLocation=\"" << withoutDirectories(fileNames[i])
                << "\"/>\n\n";
