@@ -277,6 +277,43 @@ TEST(Compound, SuppliedMapsAreUsed)
         });
 }
 
+// The same overrides in a class whose base registers in its constructor, when the object is still one of the base.
+class Early : public Joint {
+public:
+    Early() { xmlInit(); }
+};
+class EarlySupplied : public Early {
+public:
+    mutable std::string calls;
+    ComponentMap const& componentMap() const override
+    {
+        calls += "look ";
+        return Early::componentMap();
+    }
+    void createComponentMap() const override { calls += "create "; }
+};
+class EarlyPlain : public Early {
+public:
+    bool readValueFromSpecialToken(NyToken const&, NyXmlReader& reader) override { return label.read(reader); }
+};
+
+TEST(Compound, ClassOfTheWholeObjectIsAskedAfterItsBaseHasInitialisedIt)
+{
+    firstAndLater([] {
+        Early early;
+        readValue(early, "<cell><angle>2</angle></cell>");
+        EXPECT_EQ(early.angle.value(), 2);
+        EarlySupplied object;
+        readValue(object, "<cell><angle>2</angle><label>x</label></cell>");
+        EXPECT_EQ(object.calls, "look create look create ");
+        EXPECT_EQ(object.values(), std::make_tuple(2.0, "x"));
+        EarlyPlain plain;
+        readValue(plain, "<cell><other>y</other><angle>3</angle></cell>");
+        EXPECT_EQ(plain.values(), std::make_tuple(3.0, "y"));
+        EXPECT_EQ(plain.componentMap().at("label"), &plain.label);
+    });
+}
+
 // A hook may keep its argument while it reads on, and take names of its own.
 class Curious : public Joint {
 public:

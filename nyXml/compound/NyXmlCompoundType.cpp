@@ -11,8 +11,10 @@
 #include <nyXml/writer/NyXmlWriter.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <typeinfo>
 #include <utility>
+#include <vector>
 
 namespace {
 
@@ -42,6 +44,41 @@ public:
 
 } // namespace
 
+// The operations that a class may override so that a shape cannot stand for its objects, or not everywhere.
+struct NyXmlCompoundType::Operations {
+    static NyComponentShape::Class classOf(NyXmlCompoundType const& object) noexcept
+    {
+        using Self = NyXmlCompoundType;
+        auto const function = [&object](auto operation) { return NyVirtualSlot::functionOf<Self>(object, operation); };
+        return { &typeid(object),
+                 { // these supply maps, and have to be called whenever a map is needed
+                   function(&Self::componentMap), function(&Self::attributeComponentMap), function(&Self::specialDescriptorMap),
+                   function(&Self::newComponentMap), function(&Self::newSpecialDescriptorMap),
+                   function(&Self::createComponentMap), function(&Self::createAttributeComponentMap),
+                   function(&Self::createSpecialDescriptorMap),
+                   // and these ask the maps
+                   function(&Self::readValueFromToken), function(&Self::readAttributeFromToken) } };
+    }
+    static constexpr std::size_t supplying = 8; ///< how many of them supply maps
+
+    static NyComponentShape const& publish(NyXmlCompoundType const& object,
+                                           std::vector<NyComponentShape::Registration> registrations)
+    {
+        NyComponentShape::Class const ofClass = classOf(object);
+        NyComponentShape::Class const plain = classOf(Unadorned());
+        auto const firstOverride =
+            std::mismatch(ofClass.operations.begin(), ofClass.operations.end(), plain.operations.begin(), NyVirtualSlot::isSame);
+        auto const sameCount = static_cast<std::size_t>(firstOverride.first - ofClass.operations.begin());
+        if (sameCount < supplying || registrations.size() > NyComponentShape::maxRegistrations)
+            registrations.clear(); // an empty shape stands for nothing
+        return NyComponentShape::publish(ofClass, sameCount == plain.operations.size(), std::move(registrations));
+    }
+};
+
+#ifdef __LP64__
+static_assert(sizeof(NyXmlCompoundType) == 32, "there are hundreds of thousands of compounds");
+#endif
+
 NyXmlCompoundType::NyXmlCompoundType() = default;
 
 NyXmlCompoundType::NyXmlCompoundType(NyXmlCompoundType const& other) : NyXmlObject(other) {}
@@ -60,32 +97,47 @@ bool NyXmlCompoundType::operator==(NyXmlCompoundType const& other) const
         return true;
     if (m_theShape != nullptr && m_theShape == other.m_theShape && !m_isRegistering && !other.m_isRegistering)
         return true;
-    leaveShape();
-    other.leaveShape();
-    if (m_SpecialDescriptorMap && other.m_SpecialDescriptorMap && *m_SpecialDescriptorMap != *other.m_SpecialDescriptorMap)
+    Maps const& mine = maps();
+    Maps const& others = other.maps();
+    if (mine.m_SpecialDescriptorMap && others.m_SpecialDescriptorMap &&
+        *mine.m_SpecialDescriptorMap != *others.m_SpecialDescriptorMap)
         return false;
-    if (!m_ComponentMap || !other.m_ComponentMap)
+    if (!mine.m_ComponentMap || !others.m_ComponentMap)
         return true;
     auto const sameToken = [](auto const& one, auto const& two) { return one.first == two.first; };
-    return m_ComponentMap->size() == other.m_ComponentMap->size() &&
-           std::equal(m_ComponentMap->begin(), m_ComponentMap->end(), other.m_ComponentMap->begin(), sameToken);
+    return mine.m_ComponentMap->size() == others.m_ComponentMap->size() &&
+           std::equal(mine.m_ComponentMap->begin(), mine.m_ComponentMap->end(), others.m_ComponentMap->begin(), sameToken);
 }
 
 void NyXmlCompoundType::accept(NyXmlObjectVisitor* visitor) const { visitor->visit(this); }
 
 bool NyXmlCompoundType::xmlInit()
 {
-    NyXmlObject::xmlInit();
     leaveShape();
-    if (m_ComponentMap || m_AttributeComponentMap || m_SpecialDescriptorMap) { // not the first time: enter into what is there
-        registerComponents();
-        return true;
+    bool const wasInitialized = xmlInitialized();
+    NyXmlObject::xmlInit();
+    bool const isFirst = !m_theMaps;
+    try {
+        registerAll();
+    } catch (...) { // half registered is not initialised: the next use begins anew
+        m_isRegistering = false;
+        m_theShape = nullptr;
+        if (isFirst)
+            m_theMaps.reset();
+        setXmlInitialized(wasInitialized);
+        throw;
     }
-    if (NyComponentShape const* const shape = NyComponentShape::find(typeid(*this)))
+    return true;
+}
+
+void NyXmlCompoundType::registerAll()
+{
+    if (m_theMaps) // not the first time: enter into what is there
+        registerComponents();
+    else if (NyComponentShape const* const shape = NyComponentShape::find(Operations::classOf(*this)))
         registerAlong(*shape);
     else
         registerFirst();
-    return true;
 }
 
 // Our class has a shape: should we register just what it tells, it stands for our maps.
@@ -106,21 +158,7 @@ void NyXmlCompoundType::registerFirst()
 {
     NyComponentRecorder recorder(*this);
     registerComponents();
-    auto registrations = recorder.take();
-    if (suppliesMaps() || registrations.size() > NyComponentShape::maxRegistrations)
-        registrations.clear(); // an empty shape stands for nothing
-    NyComponentShape::publish(typeid(*this), std::move(registrations));
-}
-
-// Whether our class overrides one of the operations that supply maps. They have to be called whenever a map is needed then.
-bool NyXmlCompoundType::suppliesMaps() const
-{
-    Unadorned const plain;
-    auto const isOurs = [&](auto operation) { return runsTheSame<NyXmlCompoundType>(*this, plain, operation); };
-    using Self = NyXmlCompoundType;
-    return !(isOurs(&Self::componentMap) && isOurs(&Self::attributeComponentMap) && isOurs(&Self::specialDescriptorMap) &&
-             isOurs(&Self::newComponentMap) && isOurs(&Self::newSpecialDescriptorMap) && isOurs(&Self::createComponentMap) &&
-             isOurs(&Self::createAttributeComponentMap) && isOurs(&Self::createSpecialDescriptorMap));
+    Operations::publish(*this, recorder.take());
 }
 
 bool NyXmlCompoundType::read(NyXmlReader& reader) { return readAttributes(reader) && readElements(reader); }
@@ -271,20 +309,23 @@ void NyXmlCompoundType::registerAttributeComponentReadOnly(NyToken const& token,
 
 NyXmlCompoundType::ComponentMap const& NyXmlCompoundType::componentMap() const
 {
+    leaveShape();
     createComponentMap();
-    return existing(m_ComponentMap);
+    return existing(maps().m_ComponentMap);
 }
 
 NyXmlCompoundType::ComponentMap const& NyXmlCompoundType::attributeComponentMap()
 {
+    leaveShape();
     createAttributeComponentMap();
-    return existing(m_AttributeComponentMap);
+    return existing(maps().m_AttributeComponentMap);
 }
 
 NyXmlCompoundType::SpecialDescriptorMap const& NyXmlCompoundType::specialDescriptorMap()
 {
+    leaveShape();
     createSpecialDescriptorMap();
-    return existing(m_SpecialDescriptorMap);
+    return existing(maps().m_SpecialDescriptorMap);
 }
 
 bool NyXmlCompoundType::hasChildren() const { return hasComponents(NyComponentKind::ELEMENT); }
@@ -297,23 +338,20 @@ NyXmlCompoundType::SpecialDescriptorMap* NyXmlCompoundType::newSpecialDescriptor
 
 void NyXmlCompoundType::createComponentMap() const
 {
-    leaveShape();
-    if (!m_ComponentMap)
-        m_ComponentMap.reset(newComponentMap());
+    if (!maps().m_ComponentMap)
+        m_theMaps->m_ComponentMap.reset(newComponentMap());
 }
 
 void NyXmlCompoundType::createAttributeComponentMap()
 {
-    leaveShape();
-    if (!m_AttributeComponentMap)
-        m_AttributeComponentMap.reset(newComponentMap());
+    if (!maps().m_AttributeComponentMap)
+        m_theMaps->m_AttributeComponentMap.reset(newComponentMap());
 }
 
 void NyXmlCompoundType::createSpecialDescriptorMap()
 {
-    leaveShape();
-    if (!m_SpecialDescriptorMap)
-        m_SpecialDescriptorMap.reset(newSpecialDescriptorMap());
+    if (!maps().m_SpecialDescriptorMap)
+        m_theMaps->m_SpecialDescriptorMap.reset(newSpecialDescriptorMap());
 }
 
 bool NyXmlCompoundType::isReadOnlyComponent(NyToken token) const { return isReadOnly(NyComponentKind::ELEMENT, token); }
@@ -326,14 +364,14 @@ void NyXmlCompoundType::enter(NyComponentKind kind, bool readOnly, NyToken const
         ++m_theFollowed;
         return;
     }
-    leaveShape();
-    if (kind == NyComponentKind::ELEMENT && !m_ComponentMap)
+    Maps const& existingMaps = maps();
+    if (kind == NyComponentKind::ELEMENT && !existingMaps.m_ComponentMap)
         createComponentMap();
-    if (kind == NyComponentKind::ATTRIBUTE && !m_AttributeComponentMap)
+    if (kind == NyComponentKind::ATTRIBUTE && !existingMaps.m_AttributeComponentMap)
         createAttributeComponentMap();
-    if (readOnly && !m_SpecialDescriptorMap)
+    if (readOnly && !existingMaps.m_SpecialDescriptorMap)
         createSpecialDescriptorMap();
-    insert(kind, readOnly, token, object);
+    m_theMaps->insert(kind, readOnly, token, object);
     NyComponentRecorder::note(*this, kind, readOnly, token, object);
 }
 
@@ -347,11 +385,41 @@ bool NyXmlCompoundType::isNextOfShape(NyComponentKind kind, bool readOnly, NyTok
            next.token == token;
 }
 
-void NyXmlCompoundType::insert(NyComponentKind kind, bool readOnly, NyToken const& token, NyXmlObject* object) const
+std::unique_ptr<NyXmlCompoundType::ComponentMap>& NyXmlCompoundType::Maps::of(NyComponentKind kind)
 {
-    existing(kind == NyComponentKind::ELEMENT ? m_ComponentMap : m_AttributeComponentMap)[token] = object;
-    if (readOnly)
-        existing(m_SpecialDescriptorMap)[token] = static_cast<unsigned int>(kind);
+    return kind == NyComponentKind::ELEMENT ? m_ComponentMap : m_AttributeComponentMap;
+}
+
+void NyXmlCompoundType::Maps::insert(NyComponentKind kind, bool readOnly, NyToken const& token, NyXmlObject* object)
+{
+    ComponentMap& components = existing(of(kind));
+    if (!readOnly) {
+        components[token] = object;
+        return;
+    }
+    SpecialDescriptorMap& marks = existing(m_SpecialDescriptorMap);
+    auto const [mark, isNew] = marks.try_emplace(token);
+    try {
+        components[token] = object;
+    } catch (...) {
+        if (isNew)
+            marks.erase(mark);
+        throw;
+    }
+    mark->second = static_cast<unsigned int>(kind);
+}
+
+// Our base class has initialised us: what it registered stands, but whether a shape may stand for it is our own class's to say.
+void NyXmlCompoundType::goByOwnClass() const
+{
+    auto const& made = m_theShape->registrations();
+    NyComponentShape const* shape = NyComponentShape::find(Operations::classOf(*this));
+    if (shape == nullptr)
+        shape = &Operations::publish(*this, made);
+    if (shape->registrations() == made)
+        m_theShape = shape;
+    else
+        leaveShape();
 }
 
 // From here on our maps tell what we registered.
@@ -359,12 +427,27 @@ void NyXmlCompoundType::leaveShape() const
 {
     if (m_theShape == nullptr)
         return;
-    NyComponentShape const& shape = *std::exchange(m_theShape, nullptr);
-    m_isRegistering = false;
+    auto maps = std::make_unique<Maps>();
     for (std::size_t i = 0; i < m_theFollowed; ++i) {
-        NyComponentShape::Registration const& made = shape.registrations()[i];
-        insert(made.kind, made.readOnly, made.token, NyComponentShape::at(this, made.distance));
+        NyComponentShape::Registration const& made = m_theShape->registrations()[i];
+        maps->insert(made.kind, made.readOnly, made.token, NyComponentShape::at(this, made.distance));
     }
+    m_theMaps = std::move(maps);
+    m_theShape = nullptr;
+    m_isRegistering = false;
+}
+
+// Our maps, instead of a shape; each may be null.
+NyXmlCompoundType::Maps& NyXmlCompoundType::maps() const
+{
+    leaveShape();
+    return existing(m_theMaps);
+}
+
+// The map of this kind, or null.
+NyXmlCompoundType::ComponentMap const* NyXmlCompoundType::mapOf(NyComponentKind kind) const
+{
+    return m_theMaps ? m_theMaps->of(kind).get() : nullptr;
 }
 
 bool NyXmlCompoundType::hasComponents(NyComponentKind kind) const
@@ -373,13 +456,13 @@ bool NyXmlCompoundType::hasComponents(NyComponentKind kind) const
         leaveShape();
     if (m_theShape != nullptr)
         return !m_theShape->components(kind).empty();
-    auto const& map = kind == NyComponentKind::ELEMENT ? m_ComponentMap : m_AttributeComponentMap;
-    return map && !map->empty();
+    ComponentMap const* const map = mapOf(kind);
+    return map != nullptr && !map->empty();
 }
 
 bool NyXmlCompoundType::hasMarks() const
 {
-    return m_theShape != nullptr ? !m_theShape->marks().empty() : m_SpecialDescriptorMap != nullptr;
+    return m_theShape != nullptr ? !m_theShape->marks().empty() : m_theMaps && m_theMaps->m_SpecialDescriptorMap;
 }
 
 bool NyXmlCompoundType::isReadOnly(NyComponentKind kind, NyToken const& token) const
@@ -390,10 +473,10 @@ bool NyXmlCompoundType::isReadOnly(NyComponentKind kind, NyToken const& token) c
         NyComponentShape::Mark const* const mark = NyComponentShape::find(m_theShape->marks(), token);
         return mark != nullptr && mark->kind == kind;
     }
-    if (!m_SpecialDescriptorMap)
+    if (!hasMarks())
         return false;
-    auto const mark = m_SpecialDescriptorMap->find(token);
-    return mark != m_SpecialDescriptorMap->end() && mark->second == static_cast<unsigned int>(kind);
+    auto const mark = m_theMaps->m_SpecialDescriptorMap->find(token);
+    return mark != m_theMaps->m_SpecialDescriptorMap->end() && mark->second == static_cast<unsigned int>(kind);
 }
 
 template <class Action>
@@ -406,11 +489,9 @@ void NyXmlCompoundType::forEach(NyComponentKind kind, Action action) const
             action(component.token, *NyComponentShape::at(this, component.distance));
         return;
     }
-    auto const& map = kind == NyComponentKind::ELEMENT ? m_ComponentMap : m_AttributeComponentMap;
-    if (!map)
-        return;
-    for (auto const& [token, object] : *map)
-        action(token, *object);
+    if (ComponentMap const* const map = mapOf(kind))
+        for (auto const& [token, object] : *map)
+            action(token, *object);
 }
 
 // The component that answers to a name, or null.
@@ -429,6 +510,8 @@ NyComponent const* NyXmlCompoundType::nextOfShape(NyComponentKind kind, NyToken 
 {
     if (m_isRegistering)
         leaveShape();
+    if (m_theShape != nullptr && !m_theShape->isOf(typeid(*this)))
+        goByOwnClass();
     if (m_theShape == nullptr)
         return nullptr;
     auto const& components = m_theShape->components(kind);

@@ -155,14 +155,28 @@ public:
     bool operator==(NyXmlCompoundType const& other) const;
 
 private:
+    /// Each null until first needed. We own the maps; the objects in them lie in the derived object.
+    struct Maps {
+        std::unique_ptr<ComponentMap> m_ComponentMap;
+        std::unique_ptr<ComponentMap> m_AttributeComponentMap;
+        std::unique_ptr<SpecialDescriptorMap> m_SpecialDescriptorMap;
+
+        std::unique_ptr<ComponentMap>& of(NyComponentKind kind);
+        void insert(NyComponentKind kind, bool readOnly, NyToken const& token, NyXmlObject* object);
+    };
+
+    struct Operations;
+
+    void registerAll();
     void registerFirst();
     void registerAlong(NyComponentShape const& shape);
-    bool suppliesMaps() const;
     void enter(NyComponentKind kind, bool readOnly, NyToken const& token, NyXmlObject* object);
     bool isNextOfShape(NyComponentKind kind, bool readOnly, NyToken const& token, NyXmlObject* object) const;
-    void insert(NyComponentKind kind, bool readOnly, NyToken const& token, NyXmlObject* object) const;
+    void goByOwnClass() const;
     void leaveShape() const;
 
+    Maps& maps() const;
+    ComponentMap const* mapOf(NyComponentKind kind) const;
     bool hasComponents(NyComponentKind kind) const;
     bool hasMarks() const;
     bool isReadOnly(NyComponentKind kind, NyToken const& token) const;
@@ -172,19 +186,19 @@ private:
     NyComponent const* nextOfShape(NyComponentKind kind, NyToken const& token);
     NyToken const& lastingName(NyComponentKind kind, NyToken const& name, NyToken& copy);
 
-    // Null until first needed. We own the maps; the objects in them lie in the derived object. Mutable: a const write
+    // The small fields lie behind the base's flags: all of them, and the table's address, take 32 bytes. Mutable: a const write
     // initialises.
 
-    mutable std::unique_ptr<ComponentMap> m_ComponentMap;
-    mutable std::unique_ptr<ComponentMap> m_AttributeComponentMap;
-    mutable std::unique_ptr<SpecialDescriptorMap> m_SpecialDescriptorMap;
-
-    /// What all objects of our class register, for as long as that is just what we registered and nobody asked for a map. It
-    /// stands for the maps then, which are null.
-    mutable NyComponentShape const* m_theShape = nullptr;
+    mutable bool m_isRegistering = false; ///< while our registrations are compared with the shape
     std::uint16_t m_theFollowed = 0;      ///< registrations of the shape that we made, too
     std::uint16_t m_theNext = 0;          ///< component of the shape that the document is expected to hold next
-    mutable bool m_isRegistering = false; ///< while our registrations are compared with the shape
+
+    /// What all objects of our class register, for as long as that is just what we registered and nobody asked for a map. It
+    /// stands for the maps then, and there are none.
+    mutable NyComponentShape const* m_theShape = nullptr;
+
+    /// Null until the first map is needed.
+    mutable std::unique_ptr<Maps> m_theMaps;
 };
 
 #endif

@@ -11,7 +11,6 @@
 namespace {
 
 struct PublishedShape {
-    std::type_info const* type;
     NyComponentShape shape;
     PublishedShape* next;
 };
@@ -50,7 +49,10 @@ void assign(std::vector<Entry>& entries, NyToken const& token, Value Entry::*val
 
 } // namespace
 
-NyComponentShape::NyComponentShape(std::vector<Registration> registrations) : m_registrations(std::move(registrations))
+NyComponentShape::NyComponentShape(Class const& ofClass, bool hasPlainLookup, std::vector<Registration> registrations)
+    : m_class(ofClass),
+      m_hasPlainLookup(hasPlainLookup),
+      m_registrations(std::move(registrations))
 {
     for (Registration const& registration : m_registrations) {
         auto& components = registration.kind == NyComponentKind::ELEMENT ? m_elements : m_attributes;
@@ -63,19 +65,22 @@ NyComponentShape::NyComponentShape(std::vector<Registration> registrations) : m_
             component.nameInDocuments.assign(component.token.localName());
 }
 
-NyComponentShape const* NyComponentShape::find(std::type_info const& type) noexcept
+NyComponentShape const* NyComponentShape::find(Class const& ofClass) noexcept
 {
-    PublishedShape const* published = listOf(type).load(std::memory_order_acquire);
-    while (published != nullptr && published->type != &type)
+    PublishedShape const* published = listOf(*ofClass.type).load(std::memory_order_acquire);
+    while (published != nullptr && !(published->shape.m_class == ofClass))
         published = published->next;
     return published == nullptr ? nullptr : &published->shape;
 }
 
-void NyComponentShape::publish(std::type_info const& type, std::vector<Registration> registrations)
+NyComponentShape const& NyComponentShape::publish(Class const& ofClass, bool hasPlainLookup,
+                                                  std::vector<Registration> registrations)
 {
-    std::atomic<PublishedShape*>& list = listOf(type);
-    auto* const published = new PublishedShape{ &type, NyComponentShape(std::move(registrations)), list.load() };
+    std::atomic<PublishedShape*>& list = listOf(*ofClass.type);
+    auto* const published =
+        new PublishedShape{ NyComponentShape(ofClass, hasPlainLookup, std::move(registrations)), list.load() };
     while (!list.compare_exchange_weak(published->next, published, std::memory_order_acq_rel)) {}
+    return published->shape;
 }
 
 std::uintptr_t NyComponentShape::distance(NyXmlCompoundType const* from, NyXmlObject const* to) noexcept

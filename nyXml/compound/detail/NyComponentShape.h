@@ -3,11 +3,10 @@
 #ifndef NYXML_COMPOUND_DETAIL_NYCOMPONENTSHAPE_H
 #define NYXML_COMPOUND_DETAIL_NYCOMPONENTSHAPE_H
 
-// Not part of the public face.
-
 #include <nyXml/core/NyToken.h>
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <typeinfo>
@@ -41,6 +40,11 @@ public:
         bool readOnly;
         NyToken token;
         std::uintptr_t distance;
+
+        bool operator==(Registration const& other) const noexcept
+        {
+            return kind == other.kind && readOnly == other.readOnly && distance == other.distance && token == other.token;
+        }
     };
     struct Mark {
         NyToken token;
@@ -50,12 +54,28 @@ public:
     /// A shape counts its registrations in 16 bits, as each compound does.
     static constexpr std::size_t maxRegistrations = 65535;
 
-    explicit NyComponentShape(std::vector<Registration> registrations);
+    /// What tells a class. Its type goes by address: that of one in a library that was unloaded may come again for another class,
+    /// so the functions which the class runs for the operations that matter here go with it. At worst a class has two shapes, or
+    /// its objects disagree with the one they find.
+    struct Class {
+        std::type_info const* type;
+        std::array<std::uintptr_t, 10> operations;
 
-    /// The shape of a class, or null. Classes are told apart by the address of their type information alone: at worst a class has
-    /// two shapes, or its objects disagree with the one they find.
-    static NyComponentShape const* find(std::type_info const& type) noexcept;
-    static void publish(std::type_info const& type, std::vector<Registration> registrations);
+        bool operator==(Class const& other) const noexcept { return type == other.type && operations == other.operations; }
+    };
+
+    NyComponentShape(Class const& ofClass, bool hasPlainLookup, std::vector<Registration> registrations);
+
+    /// The shape of a class, or null.
+    static NyComponentShape const* find(Class const& ofClass) noexcept;
+    static NyComponentShape const& publish(Class const& ofClass, bool hasPlainLookup, std::vector<Registration> registrations);
+
+    /// Whether an object of this type may go by this shape. One that its base class has initialised gets its own class's shape
+    /// when it is looked into for the first time.
+    bool isOf(std::type_info const& type) const noexcept { return m_class.type == &type; }
+
+    /// Whether the class overrides none of the operations through which a document's names are looked up.
+    bool hasPlainLookup() const noexcept { return m_hasPlainLookup; }
 
     /// In the order in which they are made.
     std::vector<Registration> const& registrations() const noexcept { return m_registrations; }
@@ -88,6 +108,8 @@ public:
     static NyXmlObject* at(NyXmlCompoundType const* compound, std::uintptr_t distance) noexcept;
 
 private:
+    Class m_class;
+    bool m_hasPlainLookup;
     std::vector<Registration> m_registrations;
     std::vector<NyComponent> m_elements;
     std::vector<NyComponent> m_attributes;
