@@ -9,6 +9,14 @@ install(TARGETS nyXml EXPORT nyXmlTargets
     INCLUDES DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}")
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/nyXml" DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}" FILES_MATCHING PATTERN "*.h")
 
+if(NYXML_BUILD_KIT)
+    install(TARGETS nyXmlKit EXPORT nyXmlKitTargets
+        LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}"
+        INCLUDES DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}")
+    install(DIRECTORY "${PROJECT_SOURCE_DIR}/nyXmlKit" DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}" FILES_MATCHING PATTERN "*.h")
+    install(EXPORT nyXmlKitTargets NAMESPACE nyXml:: DESTINATION "${nyxml_package_dir}")
+endif()
+
 install(EXPORT nyXmlTargets NAMESPACE nyXml:: DESTINATION "${nyxml_package_dir}")
 configure_package_config_file(
     "${CMAKE_CURRENT_LIST_DIR}/nyXmlConfig.cmake.in" "${PROJECT_BINARY_DIR}/nyXmlConfig.cmake"
@@ -23,5 +31,9 @@ install(FILES
 # Relative to itself, as the CMake package is, so that an installed tree may be moved.
 set(nyxml_pc_dir "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
 cmake_path(RELATIVE_PATH CMAKE_INSTALL_PREFIX BASE_DIRECTORY "${CMAKE_INSTALL_PREFIX}/${nyxml_pc_dir}" OUTPUT_VARIABLE nyxml_prefix_of_pc)
-configure_file("${CMAKE_CURRENT_LIST_DIR}/nyXml.pc.in" "${PROJECT_BINARY_DIR}/nyXml.pc" @ONLY)
-install(FILES "${PROJECT_BINARY_DIR}/nyXml.pc" DESTINATION "${nyxml_pc_dir}")
+foreach(name nyXml nyXmlKit)
+    if(name STREQUAL "nyXml" OR NYXML_BUILD_KIT)
+        configure_file("${CMAKE_CURRENT_LIST_DIR}/${name}.pc.in" "${PROJECT_BINARY_DIR}/${name}.pc" @ONLY)
+        install(FILES "${PROJECT_BINARY_DIR}/${name}.pc" DESTINATION "${nyxml_pc_dir}")
+    endif()
+endforeach()
