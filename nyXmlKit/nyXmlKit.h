@@ -3,4 +3,14 @@
 
 /// Every public header of the companion library. Larger applications include what they use instead.
 
+#include <nyXmlKit/model/NyXmlClass.h>
+#include <nyXmlKit/model/NyXmlDateTime.h>
+#include <nyXmlKit/model/NyXmlEnum.h>
+#include <nyXmlKit/model/NyXmlMemberKind.h>
+#include <nyXmlKit/model/NyXmlModel.h>
+#include <nyXmlKit/model/NyXmlObjectOf.h>
+#include <nyXmlKit/model/NyXmlOptional.h>
+#include <nyXmlKit/model/NyXmlRepeated.h>
+#include <nyXmlKit/model/NyXmlWord.h>
+
 #endif

@@ -1,0 +1,98 @@
+#include <nyXmlKit/model/NyXmlClass.h>
+
+#include <nyXml/compound/NyXmlCompoundType.h>
+#include <nyXml/platform/NyPrint.h>
+#include <nyXmlKit/model/NyXmlMemberKind.h>
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+char* bytesOf(NyXmlCompoundType const& compound) noexcept
+{
+    // A member is registered as an object to change, by the compound itself.
+    return static_cast<char*>(const_cast<void*>(static_cast<void const*>(&compound)));
+}
+
+// As assigning to a map's entry does it: the first token stays, the object is the last one.
+void assign(std::vector<NyXmlClass::Member>& members, NyXmlClass::Member const& member)
+{
+    auto const known = std::find_if(members.begin(), members.end(), [&](NyXmlClass::Member const& other) {
+        return other.token.localName() == member.token.localName();
+    });
+    if (known == members.end()) {
+        members.push_back(member);
+        return;
+    }
+    NyToken const token = known->token;
+    bool const isReadOnly = known->isReadOnly || member.isReadOnly;
+    *known = member;
+    known->token = token;
+    known->isReadOnly = isReadOnly;
+}
+
+// One object under two names is all right, and a derived class may replace a member of its base. Two members under one name in one class
+// are a slip, and the first one would be lost in silence.
+void reportTwins(std::vector<NyXmlClass::Member> const& registered)
+{
+    for (auto member = registered.begin(); member != registered.end(); ++member)
+        for (auto other = registered.begin(); other != member; ++other)
+            if (member->scope != nullptr && member->scope == other->scope && member->isAttribute == other->isAttribute &&
+                member->distance != other->distance && member->token.localName() == other->token.localName())
+                Ny::Print::write(Ny::Print::FAULT, "NyXmlModel Error: class %s registers two members as %s \"%s\".\n",
+                                 member->scope, member->isAttribute ? "attribute" : "element", member->token.c_str());
+}
+
+bool isByName(NyXmlClass::Member const& one, NyXmlClass::Member const& two) { return one.token < two.token; }
+
+} // namespace
+
+NyXmlModelKind::~NyXmlModelKind() = default;
+
+NyXmlClass::~NyXmlClass() { delete m_theMembers.load(); }
+
+NyXmlObject& NyXmlClass::object(NyXmlCompoundType const& compound, Member const& member) noexcept
+{
+    return *static_cast<NyXmlObject*>(static_cast<void*>(bytesOf(compound) + member.distance));
+}
+
+NyXmlOccurrence* NyXmlClass::occurrence(NyXmlCompoundType const& compound, Member const& member) noexcept
+{
+    if (member.occurrence == noOccurrence)
+        return nullptr;
+    return static_cast<NyXmlOccurrence*>(static_cast<void*>(bytesOf(compound) + member.occurrence));
+}
+
+void NyXmlClass::publish(NyXmlCompoundType const& compound, std::vector<Member> registered) const
+{
+    // Only what lies in the object is surely there in every other object of the class.
+    std::ptrdiff_t const begin = static_cast<char const*>(dynamic_cast<void const*>(&compound)) - bytesOf(compound);
+    std::ptrdiff_t const end = begin + static_cast<std::ptrdiff_t>(m_theSize);
+    auto const isInside = [&](Member const& member) { return member.distance >= begin && member.distance < end; };
+    if (!std::all_of(registered.begin(), registered.end(), isInside)) {
+        setVarying();
+        return;
+    }
+
+    reportTwins(registered);
+    auto members = std::make_unique<Members>();
+    for (Member& member : registered) {
+        if (auto* const occurrence = dynamic_cast<NyXmlOccurrence*>(&object(compound, member))) {
+            member.occurrence = static_cast<char*>(static_cast<void*>(occurrence)) - bytesOf(compound);
+            members->hasOccurrences = true;
+        }
+        members->hasReadOnly = members->hasReadOnly || member.isReadOnly;
+        assign(member.isAttribute ? members->attributes : members->elements, member);
+    }
+    if (m_theOrder == NyXmlOrder::byName)
+        for (auto* const list : { &members->attributes, &members->elements })
+            std::sort(list->begin(), list->end(), isByName);
+    members->isInOrderOfCore = std::is_sorted(members->attributes.begin(), members->attributes.end(), isByName) &&
+                               std::is_sorted(members->elements.begin(), members->elements.end(), isByName);
+    members->registered = std::move(registered);
+
+    Members const* none = nullptr;
+    if (m_theMembers.compare_exchange_strong(none, members.get(), std::memory_order_acq_rel))
+        members.release(); // ours from here; else another thread was faster
+}

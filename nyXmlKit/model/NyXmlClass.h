@@ -1,0 +1,99 @@
+#ifndef NYXMLKIT_MODEL_NYXMLCLASS_H
+#define NYXMLKIT_MODEL_NYXMLCLASS_H
+
+#include <nyXml/core/NyToken.h>
+#include <nyXml/platform/NyXmlExport.h>
+
+#include <atomic>
+#include <cstddef>
+#include <memory>
+#include <typeinfo>
+#include <vector>
+
+class NyXmlCompoundType;
+class NyXmlObject;
+class NyXmlOccurrence;
+
+/// In which order an object writes its attributes, and behind them its elements.
+enum class NyXmlOrder {
+    byName,       ///< in ascending byte order of their names, as every compound does
+    asRegistered, ///< a derived class's behind those of its base
+};
+
+/// What all objects of one class have in common: what they register, and where in the object each member lies.
+///
+/// The first object of a class that is initialised tells it. A class whose objects register different members, or members that lie
+/// elsewhere, is varying: its objects are asked for their component maps each time instead, which hold the order of names.
+///
+/// Everything here may be asked from any thread.
+class NYXML_EXPORT NyXmlClass {
+public:
+    struct Member {
+        bool isAttribute;
+        bool isReadOnly;
+        NyToken token;
+        std::ptrdiff_t distance;   ///< from the compound to the object
+        char const* scope;         ///< whose short name it is, or null for one that was registered by its token
+        std::ptrdiff_t occurrence; ///< from the compound to the member's NyXmlOccurrence, or noOccurrence
+    };
+    static constexpr std::ptrdiff_t noOccurrence = PTRDIFF_MIN;
+
+    struct Members {
+        std::vector<Member> registered; ///< each registration, in its order
+        std::vector<Member> attributes; ///< one for each name, in the order of writing
+        std::vector<Member> elements;
+        bool hasOccurrences = false;  ///< there are members that write themselves
+        bool isInOrderOfCore = false; ///< and the order is that of names
+        bool hasReadOnly = false;
+    };
+
+    /// \param size  of an object, in bytes
+    NyXmlClass(std::type_info const& type, NyXmlOrder order, std::size_t size) noexcept
+        : m_theType(type),
+          m_theOrder(order),
+          m_theSize(size)
+    {}
+    ~NyXmlClass();
+    NyXmlClass(NyXmlClass const&) = delete;
+    NyXmlClass& operator=(NyXmlClass const&) = delete;
+
+    std::type_info const& type() const noexcept { return m_theType; }
+    NyXmlOrder order() const noexcept { return m_theOrder; }
+
+    /// Null before the first object was initialised, and for a varying class.
+    Members const* members() const noexcept
+    {
+        return m_isVarying.load(std::memory_order_relaxed) ? nullptr : m_theMembers.load(std::memory_order_acquire);
+    }
+    bool isVarying() const noexcept { return m_isVarying.load(std::memory_order_relaxed); }
+
+    /// The member of an object of this class.
+    static NyXmlObject& object(NyXmlCompoundType const& compound, Member const& member) noexcept;
+    /// The same as what may be absent; null if it may not.
+    static NyXmlOccurrence* occurrence(NyXmlCompoundType const& compound, Member const& member) noexcept;
+
+private:
+    friend class NyXmlRegistrar;
+    void publish(NyXmlCompoundType const& compound, std::vector<Member> registered) const;
+    void setVarying() const noexcept { m_isVarying.store(true, std::memory_order_relaxed); }
+
+    std::type_info const& m_theType;
+    NyXmlOrder m_theOrder;
+    std::size_t m_theSize;
+    mutable std::atomic<Members const*> m_theMembers{ nullptr }; ///< ours
+    mutable std::atomic<bool> m_isVarying{ false };
+};
+
+/// What is asked of every class that derives from NyXmlModel. Found by dynamic_cast.
+class NYXML_EXPORT NyXmlModelKind {
+public:
+    virtual ~NyXmlModelKind();
+
+    /// Order and members of the class.
+    virtual NyXmlClass const& xmlClass() const = 0;
+
+    /// Registers what the bases have. Called ahead of an object's own first registration.
+    virtual void registerBases() = 0;
+};
+
+#endif

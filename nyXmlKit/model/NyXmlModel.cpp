@@ -1,0 +1,3 @@
+#include <nyXmlKit/model/NyXmlModel.h>
+
+template class NyXmlModelOver<NyXmlCompoundType>;

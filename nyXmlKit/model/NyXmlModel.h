@@ -1,0 +1,243 @@
+#ifndef NYXMLKIT_MODEL_NYXMLMODEL_H
+#define NYXMLKIT_MODEL_NYXMLMODEL_H
+
+#include <nyXml/compound/NyXmlCompoundType.h>
+#include <nyXml/values/NyXmlBasicType.h>
+#include <nyXmlKit/model/NyXmlClass.h>
+#include <nyXmlKit/model/detail/NyXmlRegistrar.h>
+
+#include <type_traits>
+#include <typeinfo>
+
+/// What NyXmlModel adds to a base, once for each base. Not for applications.
+template <class Base>
+class NYXML_EXPORT NyXmlModelOver : public Base, public NyXmlModelKind {
+    static_assert(std::is_base_of_v<NyXmlCompoundType, Base>, "the base of a model class derives from NyXmlCompoundType");
+
+public:
+    using Base::Base;
+
+    // NyXmlObject
+    bool xmlInit() override
+    {
+        NyXmlRegistrar const registrar(*this, *this);
+        return Base::xmlInit();
+    }
+    bool read(NyXmlReader& reader) override
+    {
+        NyXmlModelWork::forgetOccurrences(*this, this->xmlClass());
+        return Base::read(reader);
+    }
+    /// False for an object of another class, of a derived one too.
+    bool equality(NyXmlObject const* other) const override
+    {
+        if (other == nullptr || typeid(*other) != typeid(*this))
+            return false;
+        auto const& same = static_cast<NyXmlModelOver const&>(*other);
+        if constexpr (!std::is_same_v<Base, NyXmlCompoundType>)
+            if (!(static_cast<Base const&>(*this) == static_cast<Base const&>(same)))
+                return false;
+        return NyXmlModelWork::sameMembers(*this, same, this->xmlClass());
+    }
+
+    // NyXmlCompoundType
+    bool writeAttributes(NyXmlWriter& writer) const override
+    {
+        bool const result = NyXmlObject::write(writer);
+        if (NyXmlModelWork::writesAsCore(*this, this->xmlClass()))
+            return Base::writeAttributes(writer);
+        NyXmlModelWork::writeAttributes(*this, this->xmlClass(), writer, [](NyXmlCompoundType const& self, NyToken const& token) {
+            return static_cast<NyXmlModelOver const&>(self).isReadOnlyAttribute(token);
+        });
+        return result;
+    }
+    bool writeElements(NyXmlWriter& writer) const override
+    {
+        if (NyXmlModelWork::writesAsCore(*this, this->xmlClass()))
+            return Base::writeElements(writer);
+        NyXmlModelWork::writeElements(*this, this->xmlClass(), writer, [](NyXmlCompoundType const& self, NyToken const& token) {
+            return static_cast<NyXmlModelOver const&>(self).isReadOnlyComponent(token);
+        });
+        return true;
+    }
+    bool writeSchemaElements(NyXmlSchema& schema) const override
+    {
+        if (NyXmlModelWork::writesAsCore(*this, this->xmlClass()) || !this->hasChildren())
+            return Base::writeSchemaElements(schema);
+        NyXmlModelWork::writeSchemaElements(*this, this->xmlClass(), schema);
+        return true;
+    }
+    void registerComponent(NyToken const& token, NyXmlObject* object) override
+    {
+        NyXmlRegistrar::note(*this, this->xmlClass(), false, false, token, object);
+        Base::registerComponent(token, object);
+    }
+    void registerComponentReadOnly(NyToken const& token, NyXmlObject* object) override
+    {
+        NyXmlRegistrar::note(*this, this->xmlClass(), false, true, token, object);
+        Base::registerComponentReadOnly(token, object);
+    }
+    void registerAttributeComponent(NyToken const& token, NyXmlObject* object) override
+    {
+        NyXmlRegistrar::note(*this, this->xmlClass(), true, false, token, object);
+        Base::registerAttributeComponent(token, object);
+    }
+    void registerAttributeComponentReadOnly(NyToken const& token, NyXmlObject* object) override
+    {
+        NyXmlRegistrar::note(*this, this->xmlClass(), true, true, token, object);
+        Base::registerAttributeComponentReadOnly(token, object);
+    }
+};
+
+extern template class NyXmlModelOver<NyXmlCompoundType>;
+
+/// The base of a class that is its members, its name and registerComponents(): what else an object needs is made from these.
+///
+/// \code
+///     class Joint : public NyXmlModel<Joint> {
+///     public:
+///         static constexpr auto xmlName = "urn:demo/robots#joint";
+///         void registerComponents() override
+///         {
+///             attribute("id", id);
+///             element("angle", angle);
+///         }
+///         NyXmlBasicType<unsigned int> id;
+///         NyXmlBasicType<double> angle;
+///     };
+/// \endcode
+/// Copies, fresh objects, the token, equality(), == and != follow: two objects are equal if they are of the same class and all that is
+/// registered is equal, and so a member is left out as a default exactly if all of it has the values of a fresh object.
+///
+/// Registrations are the core's; the short forms beside them put an element into the namespace of the class and an attribute into none.
+/// A name with a `#` of its own is taken whole. Members that may be absent, stand there several times or are chosen by the document are
+/// those of the headers beside this one.
+///
+/// A derived class says so: `class Welder : public NyXmlModel<Welder, Robot>`. What Robot registers is registered ahead of its own,
+/// compared and written with it; Welder says only what it adds. A class that gets a base later reads its older documents, since
+/// elements have no place for bases. The base may also be a class that derives from NyXmlCompoundType by hand.
+///
+/// Members are written by name, as the core does it, unless the class says
+/// `static constexpr auto xmlOrder = NyXmlOrder::asRegistered;`.
+///
+/// All members lie in the object, and all objects of a class register the same ones: a class that does otherwise works, by the core's
+/// component maps.
+///
+/// \tparam Self  the class that derives, with `xmlName` as above, a default constructor and copies
+/// \tparam Base  a model class, or one that derives from NyXmlCompoundType
+template <class Self, class Base = NyXmlCompoundType>
+class NYXML_EXPORT NyXmlModel : public std::conditional_t<std::is_base_of_v<NyXmlModelKind, Base>, Base, NyXmlModelOver<Base>> {
+    using Above = std::conditional_t<std::is_base_of_v<NyXmlModelKind, Base>, Base, NyXmlModelOver<Base>>;
+
+public:
+    using Above::Above;
+
+    /// Null for an abstract class, of which there are no objects.
+    [[nodiscard]] NyXmlObject* clone() const override
+    {
+        if constexpr (std::is_abstract_v<Self>) {
+            return nullptr;
+        } else {
+            static_assert(std::is_copy_constructible_v<Self>, "a model class can be copied");
+            return new Self(static_cast<Self const&>(*this));
+        }
+    }
+    [[nodiscard]] NyXmlObject* newObject() const override
+    {
+        if constexpr (std::is_abstract_v<Self>) {
+            return nullptr;
+        } else {
+            static_assert(std::is_default_constructible_v<Self>, "a model class has a default constructor");
+            return new Self;
+        }
+    }
+    /// xmlName.
+    NyToken const& token() const override { return classToken(); }
+    static NyToken const& classToken()
+    {
+        static NyToken const theToken(Self::xmlName);
+        return theToken;
+    }
+
+    NyXmlClass const& xmlClass() const override
+    {
+        static_assert(std::is_base_of_v<NyXmlModel, Self>, "NyXmlModel<Self> is the base of class Self itself");
+        static_assert(hasOwnName(), "a model class says its name: static constexpr auto xmlName = \"namespace#name\";");
+        static NyXmlClass const theClass(typeid(Self), orderOf<Self>(0), sizeof(Self));
+        return theClass;
+    }
+    void registerBases() override
+    {
+        if constexpr (std::is_base_of_v<NyXmlModelKind, Base>)
+            Above::registerBases();
+        if constexpr (isDefined(&NyXmlModel::registerComponents))
+            Above::registerComponents();
+    }
+
+    /// Equal values of all that is registered.
+    bool operator==(Self const& other) const { return this->equality(&other); }
+    bool operator!=(Self const& other) const { return !this->equality(&other); }
+
+protected:
+    /// The member answers to the child element of this name, in the namespace of this class.
+    template <class Member>
+    void element(char const* name, Member& member)
+    {
+        static_assert(std::is_base_of_v<NyXmlObject, Member>,
+                      "an element is an object: NyXmlBasicType<double>, say, and no plain double");
+        NyXmlRegistrar::enter(*this, false, Self::xmlName, name, &member);
+    }
+    /// The member answers to the attribute of this name.
+    template <class Member>
+    void attribute(char const* name, Member& member)
+    {
+        static_assert(std::is_base_of_v<NyXmlObject, Member>,
+                      "an attribute is an object: NyXmlBasicType<double>, say, and no plain double");
+        static_assert(hasAttributeForm(&Member::readAttribute),
+                      "an attribute is one text, which this class is not: make it an element");
+        NyXmlRegistrar::enter(*this, true, Self::xmlName, name, &member);
+    }
+
+private:
+    template <class Class>
+    static constexpr bool isDefined(void (Class::*)())
+    {
+        return !std::is_same_v<Class, NyXmlCompoundType>; // where it is pure
+    }
+    template <class Class>
+    static constexpr bool hasAttributeForm(bool (Class::*)(NyXmlReader&))
+    {
+        return !std::is_same_v<Class, NyXmlObject>;
+    }
+    template <class Class>
+    static constexpr auto orderOf(int) -> decltype(Class::xmlOrder)
+    {
+        return Class::xmlOrder;
+    }
+    template <class>
+    static constexpr NyXmlOrder orderOf(long)
+    {
+        return NyXmlOrder::byName;
+    }
+    template <class Class>
+    static constexpr auto nameOf(int) -> decltype(&Class::xmlName)
+    {
+        return &Class::xmlName;
+    }
+    template <class>
+    static constexpr std::nullptr_t nameOf(long)
+    {
+        return nullptr;
+    }
+    static constexpr bool hasOwnName()
+    {
+        if constexpr (std::is_null_pointer_v<decltype(nameOf<Self>(0))>)
+            return false;
+        else if constexpr (std::is_same_v<decltype(nameOf<Self>(0)), decltype(nameOf<Base>(0))>)
+            return nameOf<Self>(0) != nameOf<Base>(0);
+        else
+            return true;
+    }
+};
+
+#endif

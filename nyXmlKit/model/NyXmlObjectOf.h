@@ -1,0 +1,34 @@
+#ifndef NYXMLKIT_MODEL_NYXMLOBJECTOF_H
+#define NYXMLKIT_MODEL_NYXMLOBJECTOF_H
+
+#include <nyXml/values/NyXmlBasicType.h>
+
+#include <string>
+#include <type_traits>
+
+template <class E>
+class NyXmlEnum;
+template <class Word>
+class NyXmlWord;
+
+/// The object that stands for a T in members such as NyXmlOptional<T>: a class of objects stands for itself, a plain value for the value
+/// class that holds it. T may be incomplete.
+template <class T>
+struct NyXmlObjectOf {
+    using Type =
+        std::conditional_t<std::is_class_v<T>, T, std::conditional_t<std::is_enum_v<T>, NyXmlEnum<T>, NyXmlBasicType<T>>>;
+};
+template <>
+struct NyXmlObjectOf<std::string> {
+    using Type = NyXmlBasicType<std::string>;
+};
+template <>
+struct NyXmlObjectOf<NyAngle> {
+    using Type = NyXmlBasicType<NyAngle>;
+};
+template <>
+struct NyXmlObjectOf<NyNonNegReal> {
+    using Type = NyXmlBasicType<NyNonNegReal>;
+};
+
+#endif

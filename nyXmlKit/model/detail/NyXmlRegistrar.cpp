@@ -1,0 +1,242 @@
+#include <nyXmlKit/model/detail/NyXmlRegistrar.h>
+
+#include <nyXml/compound/NyXmlCompoundType.h>
+#include <nyXml/platform/NyPrint.h>
+#include <nyXml/schema/NyXmlSchema.h>
+#include <nyXml/writer/NyXmlWriter.h>
+#include <nyXmlKit/model/NyXmlMemberKind.h>
+
+#include <cstring>
+#include <cxxabi.h>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+
+namespace {
+
+// Asked twice for each registration, so it must not cost a call.
+thread_local NyXmlRegistrar* theRegistrar __attribute__((tls_model("initial-exec"))) = nullptr;
+
+std::string readableName(std::type_info const& type)
+{
+    int status = 0;
+    std::unique_ptr<char, void (*)(void*)> const name(abi::__cxa_demangle(type.name(), nullptr, nullptr, &status), std::free);
+    return name ? name.get() : type.name();
+}
+
+// The core initialises objects on first use, under const operations, too.
+void initialise(NyXmlCompoundType const& compound)
+{
+    if (!compound.xmlInitialized())
+        const_cast<NyXmlCompoundType&>(compound).xmlInit();
+}
+
+NyXmlCompoundType::ComponentMap const& mapOf(NyXmlCompoundType const& compound, bool ofAttributes)
+{
+    return ofAttributes ? const_cast<NyXmlCompoundType&>(compound).attributeComponentMap() : compound.componentMap();
+}
+
+// Attributes or elements in the order of writing, those of a varying class from its maps.
+template <class Action> // (NyToken const& token, NyXmlObject& object, NyXmlOccurrence* occurrence)
+void forEach(NyXmlCompoundType const& compound, NyXmlClass const& ofClass, bool ofAttributes, Action action)
+{
+    if (NyXmlClass::Members const* const members = ofClass.members()) {
+        for (NyXmlClass::Member const& member : ofAttributes ? members->attributes : members->elements)
+            action(member.token, NyXmlClass::object(compound, member), NyXmlClass::occurrence(compound, member));
+        return;
+    }
+    for (auto const& [token, object] : mapOf(compound, ofAttributes))
+        action(token, *object, dynamic_cast<NyXmlOccurrence*>(object));
+}
+
+bool sameMaps(NyXmlCompoundType::ComponentMap const& one, NyXmlCompoundType::ComponentMap const& two)
+{
+    auto other = two.begin();
+    for (auto const& [token, object] : one) {
+        if (other == two.end() || token != other->first || !object->equality(other->second))
+            return false;
+        ++other;
+    }
+    return other == two.end();
+}
+
+} // namespace
+
+NyXmlRegistrar::NyXmlRegistrar(NyXmlCompoundType& compound, NyXmlModelKind& kind)
+    : m_theCompound(compound),
+      m_theKind(kind),
+      m_theClass(kind.xmlClass()),
+      m_theKnown(m_theClass.members()),
+      m_theOuter(theRegistrar)
+{
+    theRegistrar = this;
+    if (typeid(compound) != m_theClass.type()) {
+        std::string const name = readableName(typeid(compound)), base = readableName(m_theClass.type());
+        Ny::Print::write(
+            Ny::Print::FAULT,
+            "NyXmlModel Error: class %s derives from %s and not from NyXmlModel<%s, %s>.\n\tIts copies would be of class %s.\n",
+            name.c_str(), base.c_str(), name.c_str(), base.c_str(), base.c_str());
+        m_differs = true;
+    }
+}
+
+NyXmlRegistrar::~NyXmlRegistrar()
+{
+    registerBasesOnce(); // nothing was registered by the class itself
+    theRegistrar = m_theOuter;
+    if (m_differs || (m_theKnown != nullptr && m_theNext != m_theKnown->registered.size()))
+        m_theClass.setVarying();
+    else if (m_theKnown == nullptr && !m_theClass.isVarying())
+        m_theClass.publish(m_theCompound, std::move(m_theNoted));
+}
+
+void NyXmlRegistrar::registerBasesOnce()
+{
+    if (!std::exchange(m_hasBases, true))
+        m_theKind.registerBases();
+}
+
+void NyXmlRegistrar::enter(NyXmlCompoundType& compound, bool isAttribute, char const* scope, char const* name,
+                           NyXmlObject* object)
+{
+    auto const registerAs = [&](NyToken const& token) {
+        if (isAttribute)
+            compound.registerAttributeComponent(token, object);
+        else
+            compound.registerComponent(token, object);
+    };
+    NyXmlRegistrar* const registrar = theRegistrar;
+    if (registrar == nullptr || &registrar->m_theCompound != &compound) {
+        registerAs(NyXmlModelWork::tokenInScopeOf(isAttribute ? "" : scope, name));
+        return;
+    }
+    registrar->registerBasesOnce();
+    char const* const outerScope = std::exchange(registrar->m_theScope, scope);
+    NyXmlClass::Member const* const next = registrar->nextKnown();
+    if (next != nullptr && next->scope == scope && next->isAttribute == isAttribute && next->token.localName() == name)
+        registerAs(next->token);
+    else
+        registerAs(NyXmlModelWork::tokenInScopeOf(isAttribute ? "" : scope, name));
+    registrar->m_theScope = outerScope;
+}
+
+void NyXmlRegistrar::note(NyXmlCompoundType const& compound, NyXmlClass const& ofClass, bool isAttribute, bool isReadOnly,
+                          NyToken const& token, NyXmlObject* object)
+{
+    NyXmlRegistrar* const registrar = theRegistrar;
+    if (registrar == nullptr || &registrar->m_theCompound != &compound) {
+        ofClass.setVarying(); // at another time than the others of the class
+        return;
+    }
+    registrar->registerBasesOnce();
+    std::ptrdiff_t const distance = static_cast<char const*>(static_cast<void const*>(object)) -
+                                    static_cast<char const*>(static_cast<void const*>(&compound));
+    if (registrar->m_theKnown == nullptr) {
+        registrar->m_theNoted.push_back(
+            { isAttribute, isReadOnly, token, distance, registrar->m_theScope, NyXmlClass::noOccurrence });
+        return;
+    }
+    NyXmlClass::Member const* const next = registrar->nextKnown();
+    if (next != nullptr && next->distance == distance && next->isAttribute == isAttribute && next->isReadOnly == isReadOnly &&
+        (&next->token == &token || next->token == token))
+        ++registrar->m_theNext;
+    else
+        registrar->m_differs = true;
+}
+
+NyToken NyXmlModelWork::tokenInScopeOf(char const* scope, char const* name)
+{
+    std::string_view const scopeText(scope);
+    std::size_t const endOfNamespace = scopeText.find('#');
+    if (endOfNamespace == std::string_view::npos || std::strchr(name, '#') != nullptr)
+        return NyToken(name);
+    return NyToken(std::string(scopeText.substr(0, endOfNamespace)), name);
+}
+
+bool NyXmlModelWork::sameMembers(NyXmlCompoundType const& one, NyXmlCompoundType const& two, NyXmlClass const& ofClass)
+{
+    if (ofClass.members() == nullptr) {
+        initialise(one);
+        initialise(two);
+    }
+    NyXmlClass::Members const* const members = ofClass.members();
+    if (members == nullptr)
+        return sameMaps(mapOf(one, true), mapOf(two, true)) && sameMaps(mapOf(one, false), mapOf(two, false));
+    auto const isSame = [&](NyXmlClass::Member const& member) {
+        return NyXmlClass::object(one, member).equality(&NyXmlClass::object(two, member));
+    };
+    for (auto const* const list : { &members->attributes, &members->elements })
+        for (NyXmlClass::Member const& member : *list)
+            if (!isSame(member))
+                return false;
+    return true;
+}
+
+void NyXmlModelWork::forgetOccurrences(NyXmlCompoundType& compound, NyXmlClass const& ofClass)
+{
+    NyXmlClass::Members const* const members = ofClass.members();
+    if (members != nullptr ? !members->hasOccurrences : !compound.xmlInitialized())
+        return;
+    for (bool const ofAttributes : { true, false })
+        forEach(compound, ofClass, ofAttributes, [](NyToken const&, NyXmlObject&, NyXmlOccurrence* occurrence) {
+            if (occurrence != nullptr)
+                occurrence->forget();
+        });
+}
+
+bool NyXmlModelWork::writesAsCore(NyXmlCompoundType const& compound, NyXmlClass const& ofClass)
+{
+    if (!compound.xmlInitialized())
+        return true; // with nothing to write
+    NyXmlClass::Members const* const members = ofClass.members();
+    return members != nullptr && !members->hasOccurrences && members->isInOrderOfCore;
+}
+
+void NyXmlModelWork::writeAttributes(NyXmlCompoundType const& compound, NyXmlClass const& ofClass, NyXmlWriter& writer,
+                                     IsReadOnly isReadOnly)
+{
+    NyXmlClass::Members const* const members = ofClass.members();
+    bool const hasMarks = members == nullptr || members->hasReadOnly;
+    forEach(compound, ofClass, true, [&](NyToken const& token, NyXmlObject const& object, NyXmlOccurrence const* occurrence) {
+        if ((hasMarks && isReadOnly(compound, token)) || (occurrence != nullptr && occurrence->isAbsent()))
+            return;
+        writer.setAttributeName(token);
+        object.write(writer);
+    });
+}
+
+void NyXmlModelWork::writeElements(NyXmlCompoundType const& compound, NyXmlClass const& ofClass, NyXmlWriter& writer,
+                                   IsReadOnly isReadOnly)
+{
+    NyXmlClass::Members const* const members = ofClass.members();
+    bool const hasMarks = members == nullptr || members->hasReadOnly;
+    forEach(compound, ofClass, false, [&](NyToken const& token, NyXmlObject const& object, NyXmlOccurrence const* occurrence) {
+        if (hasMarks && isReadOnly(compound, token))
+            return;
+        if (occurrence != nullptr) {
+            occurrence->writeElements(writer, token);
+            return;
+        }
+        if (!writer.writeDefaultDataFlag() && !object.isBasicType() && object.equalsDefault())
+            return;
+        writer.writeStartTag(token);
+        object.write(writer);
+        writer.writeEndTag();
+    });
+}
+
+void NyXmlModelWork::writeSchemaElements(NyXmlCompoundType const& compound, NyXmlClass const& ofClass, NyXmlSchema& schema)
+{
+    schema.openGroup();
+    forEach(compound, ofClass, false, [&](NyToken const& token, NyXmlObject const& object, NyXmlOccurrence const* occurrence) {
+        bool const isMany = occurrence != nullptr && occurrence->maxOccurs() > 1;
+        schema.writeStartTag(token, isMany ? NyXmlSchemaElementType::XML_STARTTAG_UNBOUNDED
+                                           : NyXmlSchemaElementType::XML_STARTTAG_SINGLE);
+        if (schema.isRegistered(token, typeid(object).name()))
+            return; // a class that holds itself: the schema has closed the element
+        object.writeSchema(schema);
+        schema.writeEndTag();
+    });
+    schema.closeGroup();
+}

@@ -1,0 +1,79 @@
+// In-house, no part of the face: installed only because public headers need it.
+
+#ifndef NYXMLKIT_MODEL_DETAIL_NYXMLREGISTRAR_H
+#define NYXMLKIT_MODEL_DETAIL_NYXMLREGISTRAR_H
+
+#include <nyXml/platform/NyXmlExport.h>
+#include <nyXmlKit/model/NyXmlClass.h>
+
+#include <cstddef>
+#include <vector>
+
+class NyXmlReader;
+class NyXmlSchema;
+class NyXmlWriter;
+
+/// Goes along with the registrations of one object, from its construction to its end: notes those of a class's first object, and
+/// compares those of the others.
+///
+/// Hot: it lives once for each object that is read, and looks at each registration. Names are compared with the text of the last time
+/// instead of being made into tokens.
+class NYXML_EXPORT NyXmlRegistrar {
+public:
+    NyXmlRegistrar(NyXmlCompoundType& compound, NyXmlModelKind& kind);
+    ~NyXmlRegistrar();
+    NyXmlRegistrar(NyXmlRegistrar const&) = delete;
+    NyXmlRegistrar& operator=(NyXmlRegistrar const&) = delete;
+
+    /// Registers a member by its short name with registerComponent() or registerAttributeComponent().
+    /// \param scope  name of the class, whose namespace is the element's
+    static void enter(NyXmlCompoundType& compound, bool isAttribute, char const* scope, char const* name, NyXmlObject* object);
+
+    /// Looks at a registration before the core does.
+    static void note(NyXmlCompoundType const& compound, NyXmlClass const& ofClass, bool isAttribute, bool isReadOnly,
+                     NyToken const& token, NyXmlObject* object);
+
+private:
+    NyXmlClass::Member const* nextKnown() const noexcept
+    {
+        return m_theKnown != nullptr && m_theNext < m_theKnown->registered.size() ? &m_theKnown->registered[m_theNext] : nullptr;
+    }
+    void registerBasesOnce();
+
+    NyXmlCompoundType& m_theCompound;
+    NyXmlModelKind& m_theKind;
+    NyXmlClass const& m_theClass;
+    NyXmlClass::Members const* m_theKnown;
+    NyXmlRegistrar* m_theOuter;
+    char const* m_theScope = nullptr; ///< of the registration that enter() makes
+    std::size_t m_theNext = 0;
+    bool m_hasBases = false; ///< registered, or being registered
+    bool m_differs = false;
+    std::vector<NyXmlClass::Member> m_theNoted;
+};
+
+/// What NyXmlModel does alike for every class.
+namespace NyXmlModelWork {
+
+/// "urn:x#name" for a name in the namespace of \p scope, or the name itself if it says its own.
+NYXML_EXPORT NyToken tokenInScopeOf(char const* scope, char const* name);
+
+NYXML_EXPORT bool sameMembers(NyXmlCompoundType const& one, NyXmlCompoundType const& two, NyXmlClass const& ofClass);
+
+/// Makes members absent that may be.
+NYXML_EXPORT void forgetOccurrences(NyXmlCompoundType& compound, NyXmlClass const& ofClass);
+
+/// Whether the core writes the attributes, or elements, just as well.
+NYXML_EXPORT bool writesAsCore(NyXmlCompoundType const& compound, NyXmlClass const& ofClass);
+
+/// Whether a member has a read-only mark: the compound's own answer.
+using IsReadOnly = bool (*)(NyXmlCompoundType const& compound, NyToken const& token);
+NYXML_EXPORT void writeAttributes(NyXmlCompoundType const& compound, NyXmlClass const& ofClass, NyXmlWriter& writer,
+                                  IsReadOnly isReadOnly);
+NYXML_EXPORT void writeElements(NyXmlCompoundType const& compound, NyXmlClass const& ofClass, NyXmlWriter& writer,
+                                IsReadOnly isReadOnly);
+NYXML_EXPORT void writeSchemaElements(NyXmlCompoundType const& compound, NyXmlClass const& ofClass, NyXmlSchema& schema);
+
+} // namespace NyXmlModelWork
+
+#endif
