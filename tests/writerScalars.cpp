@@ -1,7 +1,9 @@
+#include "FailingMemory.h"
 #include "Support.h"
 
 #include <nyXml/platform/NyAngle.h>
 #include <nyXml/platform/NyNonNegReal.h>
+#include <nyXml/values/NyXmlBasicType.h>
 #include <nyXml/writer/NyXmlWriter.h>
 
 #include <gtest/gtest.h>
@@ -11,7 +13,10 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
+#include <istream>
 #include <limits>
+#include <new>
+#include <ostream>
 #include <random>
 #include <string>
 #include <typeindex>
@@ -83,6 +88,65 @@ TEST(WriterScalars, RealsAreAsPrintfHasThem)
             std::snprintf(expected.data(), expected.size(), "%.6g", real);
             ASSERT_EQ(printed(copy, real), expected.data());
         }
+    }
+}
+
+/// A value of an application, with a text that no short string holds. Its stream goes bad over it.
+struct Long {
+    friend std::ostream& operator<<(std::ostream& stream, Long const&)
+    {
+        (stream << std::string(100, 'x')).setstate(std::ios::badbit);
+        return stream << "lost";
+    }
+    friend std::istream& operator>>(std::istream& stream, Long&) { return stream; }
+    bool operator==(Long const&) const { return true; }
+};
+
+template <class Call>
+bool nothrow(Call const& call)
+{
+    try {
+        call();
+        return true;
+    } catch (std::bad_alloc const&) {
+        return false;
+    }
+}
+
+// Streams keep an exception to themselves and take nothing more: a document went on without its numbers.
+TEST(WriterScalars, MemoryThatRunsOutComesOutAndLeavesTheNextValueRight)
+{
+    void (*const gives[])(NyXmlWriter&) = {
+        [](NyXmlWriter& writer) { writer << NyAngle(0.1); },
+        [](NyXmlWriter& writer) { writer << NyNonNegReal(0.1); },
+        [](NyXmlWriter& writer) { writer << 0.1; },
+        [](NyXmlWriter& writer) { writer << std::string(100, 's'); },
+        [](NyXmlWriter& writer) { NyXmlBasicType<Long>().write(writer); },
+    };
+    for (auto const give : gives) {
+        std::string const text = [&] {
+            Catcher catcher;
+            give(catcher);
+            return catcher.texts.back();
+        }();
+        EXPECT_EQ(text.find("lost"), std::string::npos);
+        unsigned int failures = 0;
+        for (bool fails = true; fails; ++failures) {
+            std::ostringstream stream;
+            NyXmlWriter writer("d.xml", stream);
+            writer.writeStartTag("u#r");
+            {
+                FailingMemory const memory(failures);
+                fails = !nothrow([&] { give(writer); });
+                EXPECT_EQ(fails, memory.hasFailed());
+            }
+            give(writer);
+            writer.writeEndTag();
+            std::string const content = fails ? text : text + ' ' + text, document = stream.str();
+            EXPECT_NE(document.find((content.size() > 50 ? ">\n " + content + '\n' : '>' + content) + "</r>"), std::string::npos)
+                << document;
+        }
+        EXPECT_GT(failures, 1u); // it did come to that
     }
 }
 

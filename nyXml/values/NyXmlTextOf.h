@@ -1,6 +1,7 @@
 #ifndef NYXML_VALUES_NYXMLTEXTOF_H
 #define NYXML_VALUES_NYXMLTEXTOF_H
 
+#include <nyXml/core/detail/NyStreamText.h>
 #include <nyXml/platform/NyAngle.h>
 #include <nyXml/platform/NyNonNegReal.h>
 #include <nyXml/platform/NyXmlExport.h>
@@ -84,8 +85,7 @@ struct NyXmlTextOf {
         std::ostringstream stream;
         stream.imbue(std::locale::classic());
         stream.precision(20);
-        stream << value;
-        NyXmlText::giveText(writer, typeid(T), stream.str());
+        NyXmlText::giveText(writer, typeid(T), NyStreamText::of(stream, value));
     }
 };
 

@@ -1,5 +1,6 @@
 #include <nyXml/writer/NyXmlWriter.h>
 
+#include <nyXml/core/detail/NyStreamText.h>
 #include <nyXml/platform/NyAngle.h>
 #include <nyXml/platform/NyApplication.h>
 #include <nyXml/platform/NyNonNegReal.h>
@@ -8,6 +9,7 @@
 #include <nyXml/traversal/NyXmlSignals.h>
 #include <nyXml/writer/detail/NyDecimalText.h>
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <iostream>
@@ -371,18 +373,21 @@ void NyXmlWriter::attributeValue(std::string const& value)
 
 void NyXmlWriter::content(std::string const& value)
 {
-    beginContentValue();
+    beginContentValue(value.size());
     m_ContentBuffer += value;
 }
 
-/// Separates the next value from the one before.
-void NyXmlWriter::beginContentValue()
+/// Separates the next value from the one before. Room for it is made first: should memory run out, there is no trace of it.
+void NyXmlWriter::beginContentValue(std::size_t size)
 {
     if (m_ContentBuffer.size() >= heldPieceSize) {
         m_HeldPieces.push_back(std::move(m_ContentBuffer));
         m_ContentBuffer = std::string();
         m_ContentBuffer.reserve(heldPieceSize + heldPieceSize / 16); // the last value goes beyond
     }
+    std::size_t const needed = m_ContentBuffer.size() + 1 + std::size_t{ 2 } * m_TagStack.depth() + size;
+    if (needed > m_ContentBuffer.capacity())
+        m_ContentBuffer.reserve(std::max(needed, 2 * m_ContentBuffer.capacity()));
     if (m_ContentCount != 0) {
         if (m_ContentColumns != 0 && m_ContentCount % m_ContentColumns == 0) {
             m_ContentBuffer += '\n';
@@ -462,7 +467,7 @@ public:
     static NyXmlWriter& insertReal(NyXmlWriter& writer, double value)
     {
         int const precision = static_cast<int>(writer.m_Stream.precision());
-        return insert(writer, typeid(double),
+        return insert(writer, typeid(double), NyDecimalText::longest(precision),
                       [value, precision](std::string& text) { NyDecimalText::append(text, value, precision); });
     }
 
@@ -471,37 +476,36 @@ public:
     template <class Unit>
     static NyXmlWriter& insertUnit(NyXmlWriter& writer, Unit const& value)
     {
-        return insert(writer, typeid(Unit), [&stream = writer.m_Stream, &value](std::string& text) {
-            stream << value;
-            text += stream.str();
-            stream.str(std::string());
-        });
+        std::string const text = NyStreamText::of(writer.m_Stream, value);
+        return insert(writer, typeid(Unit), text.size(), [&text](std::string& target) { target += text; });
     }
 
     template <class Integer>
     static NyXmlWriter& insertInteger(NyXmlWriter& writer, Integer value)
     {
-        return insert(writer, typeid(Integer), [value](std::string& text) {
-            std::array<char, std::numeric_limits<Integer>::digits10 + 2> digits; // a sign and the digit that digits10 leaves out
+        constexpr std::size_t longest =
+            std::numeric_limits<Integer>::digits10 + 2; // a sign and the digit that digits10 leaves out
+        return insert(writer, typeid(Integer), longest, [value](std::string& text) {
+            std::array<char, longest> digits;
             text.append(digits.data(), std::to_chars(digits.data(), digits.data() + digits.size(), value).ptr);
         });
     }
 
     static NyXmlWriter& insertByte(NyXmlWriter& writer, std::type_info const& info, char byte)
     {
-        return insert(writer, info, [byte](std::string& text) { text += byte; });
+        return insert(writer, info, 1, [byte](std::string& text) { text += byte; });
     }
 
 private:
     // Hot: most of a document passes here. Where nobody overrides data(), the text of a value of an element goes straight to the
     // data held, which saves a copy and two calls. Otherwise the writer's spare string is borrowed while data() runs, so that one that
-    // inserts into the writer itself finds another string. \p append puts the text behind what is there.
+    // inserts into the writer itself finds another string. \p append puts the text, of so many bytes at most, behind what is there.
     template <class Append>
-    static NyXmlWriter& insert(NyXmlWriter& writer, std::type_info const& info, Append const& append)
+    static NyXmlWriter& insert(NyXmlWriter& writer, std::type_info const& info, std::size_t longest, Append const& append)
     {
         writer.type(info);
         if (writer.isPlain() && writer.takesContent()) {
-            writer.beginContentValue();
+            writer.beginContentValue(longest);
             append(writer.m_ContentBuffer);
             return writer;
         }

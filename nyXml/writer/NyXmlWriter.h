@@ -191,7 +191,7 @@ private:
     {
         return m_Mode == MODE_CONTENT || m_Mode == MODE_START_TAG || m_Mode == MODE_ATTRIBUTE_VALUE;
     }
-    void beginContentValue();
+    void beginContentValue(std::size_t size);
     void startElement(std::string const& xmlNamespace, std::string const& localName);
     void indentBytes(unsigned int count);
     void appendIndent(unsigned int count);

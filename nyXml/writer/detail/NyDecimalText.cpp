@@ -13,6 +13,7 @@ namespace {
 __extension__ using Wide = unsigned __int128;
 
 constexpr int digitCount = 20;
+constexpr int defaultPrecision = 6;
 
 // The range of the exact conversion. With 53 bits of the number and up to 75 of a power of five, a product just fits in 128 bits.
 constexpr int leastExponent = -12;
@@ -163,13 +164,16 @@ void NyDecimalText::append(std::string& text, double value, int precision)
         text.append(target.data(), putExactly(target, value));
         return;
     }
-    if (precision < 0)
-        precision = 6;
-    constexpr std::size_t besidesDigits = 16; // sign, point, "0.000", exponent
     std::size_t const before = text.size();
-    text.resize(before + static_cast<std::size_t>(precision) + besidesDigits);
-    auto const result =
-        std::to_chars(text.data() + before, text.data() + text.size(), value, std::chars_format::general, precision);
+    text.resize(before + longest(precision));
+    auto const result = std::to_chars(text.data() + before, text.data() + text.size(), value, std::chars_format::general,
+                                      precision < 0 ? defaultPrecision : precision);
     assert(result.ec == std::errc());
     text.resize(static_cast<std::size_t>(result.ptr - text.data()));
+}
+
+std::size_t NyDecimalText::longest(int precision) noexcept
+{
+    constexpr std::size_t besidesDigits = 16; // sign, point, "0.000", exponent
+    return besidesDigits + static_cast<std::size_t>(precision < 0 ? defaultPrecision : precision);
 }

@@ -3,6 +3,7 @@
 #ifndef NYXML_WRITER_DETAIL_NYDECIMALTEXT_H
 #define NYXML_WRITER_DETAIL_NYDECIMALTEXT_H
 
+#include <cstddef>
 #include <string>
 
 /// The text of a real, exactly as a stream in the classic locale inserts it with neither the fixed nor the scientific flag; that is as
@@ -11,6 +12,9 @@ namespace NyDecimalText {
 
 /// Puts the text behind \p text. \param precision  significant digits at most; 0 counts as 1, a negative one as 6
 void append(std::string& text, double value, int precision);
+
+/// The most bytes that append() needs at this precision.
+std::size_t longest(int precision) noexcept;
 
 } // namespace NyDecimalText
 

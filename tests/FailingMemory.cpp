@@ -1,0 +1,40 @@
+#include "FailingMemory.h"
+
+#include <cstddef>
+#include <cstdlib>
+#include <new>
+
+namespace {
+
+thread_local bool isArmed = false;
+thread_local unsigned int left = 0;
+
+void* allocate(std::size_t size)
+{
+    bool const fails = isArmed && left-- == 0;
+    void* const memory = fails ? nullptr : std::malloc(size != 0 ? size : 1);
+    if (memory != nullptr)
+        return memory;
+    isArmed = false;
+    throw std::bad_alloc();
+}
+
+} // namespace
+
+FailingMemory::FailingMemory(unsigned int successes)
+{
+    left = successes;
+    isArmed = true;
+}
+
+FailingMemory::~FailingMemory() { isArmed = false; }
+
+bool FailingMemory::hasFailed() const { return !isArmed; }
+
+// The library's allocations come here, too.
+void* operator new(std::size_t size) { return allocate(size); }
+void* operator new[](std::size_t size) { return allocate(size); }
+void operator delete(void* memory) noexcept { std::free(memory); }
+void operator delete[](void* memory) noexcept { std::free(memory); }
+void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
+void operator delete[](void* memory, std::size_t) noexcept { std::free(memory); }

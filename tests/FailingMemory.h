@@ -1,0 +1,16 @@
+#ifndef NYXML_TESTS_FAILINGMEMORY_H
+#define NYXML_TESTS_FAILINGMEMORY_H
+
+/// Lets one allocation of this thread fail with std::bad_alloc, for as long as it lives: the one after \p successes others.
+class FailingMemory {
+public:
+    explicit FailingMemory(unsigned int successes);
+    ~FailingMemory();
+    FailingMemory(FailingMemory const&) = delete;
+    FailingMemory& operator=(FailingMemory const&) = delete;
+
+    /// Whether it came to that.
+    bool hasFailed() const;
+};
+
+#endif
