@@ -67,6 +67,7 @@ TEST(Factory, LoadsWhatAPlugInOffersAndReportsWhatCannotBeLoaded)
     } const rows[] = {
         { "", "library attribute string is empty", 4, "" },
         { "./nowhere.nyp", "handle to shared library is not valid ./nowhere.nyp", 4, "" },
+        { std::string(8 << 20, 'x'), "handle to shared library is not valid " + std::string(8 << 20, 'x'), 4, "" },
         { "libm.so.6", "getClassToken accessor not found in shared library libm.so.6", 4, "" },
         { half, "getCreator accessor not found in shared library " + half, 4, "" },
         { shapes, loaded(shapes, "2"), 3, "shapes" },
@@ -75,7 +76,7 @@ TEST(Factory, LoadsWhatAPlugInOffersAndReportsWhatCannotBeLoaded)
     };
     NyXmlFactory factory;
     for (auto const& row : rows) {
-        SCOPED_TRACE(row.library);
+        SCOPED_TRACE(row.library.substr(0, 200));
         Messages messages;
         EXPECT_EQ(factory.loadLibrary(row.library), row.type == 3);
         EXPECT_EQ(messages.types(), std::vector<int>(messages.types().size(), row.type));

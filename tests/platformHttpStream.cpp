@@ -142,6 +142,62 @@ TEST(PlatformHttpStream, EveryAnswerEndsInTextOrInAFailure)
     EXPECT_LT(Clock::now() - start, 10s);
 }
 
+TEST(PlatformHttpStream, RedirectsLeadWhereTheySayAndNoFurtherThanTen)
+{
+    Server const other({ { "/far", { ok + "\r\nfar" } } });
+    std::string const redirect = "HTTP/1.1 307 Moved\r\nLocation: ", words(200000, 'w');
+    struct {
+        std::string path, head, seen;
+    } const rows[] = {
+        { "/301", "HTTP/1.1 301 Moved\r\nLocation: /plain", "plain" },
+        { "/303", "HTTP/1.1 303 Moved\r\nLOCATION:/plain \r\nlocation: /lost", "plain" },
+        { "/308", "HTTP/1.1 308 Moved\r\nLocation: /plain", "plain" },
+        { "/304", "HTTP/1.1 304 Not Modified\r\nX: /plain", "failed" }, // to nowhere
+        { "/d/sibling", redirect + "deep", "deep" },
+        { "/d/e/above", redirect + "../deep", "deep" },
+        { "/query", redirect + "/plain?a=1&b=%20", "query" },
+        { "/blank", redirect + "/a b", "blank" },
+        { "/host", redirect + other.address() + "/far", "far" },
+        { "/lost", redirect + other.address() + "/plain", "failed" },
+        { "/ftp", redirect + "ftp://127.0.0.1/plain", "failed" },
+        { "/loop", redirect + "/loop", "failed" },
+        { "/10", redirect + "/9", "plain" },
+        { "/11", redirect + "/10", "failed" },
+    };
+    Answers answers{ { "/plain", { ok + "\r\nplain" } },
+                     { "/d/deep", { ok + "\r\ndeep" } },
+                     { "/plain?a=1&b=%20", { ok + "\r\nquery" } },
+                     { "/a%20b", { ok + "\r\nblank" } },
+                     { "/1", { redirect + "/plain\r\n\r\n" } } };
+    for (auto const& row : rows)
+        answers[row.path] = { row.head + "\r\nContent-Length: 1000000\r\n\r\n" + words }; // nobody waits for the rest
+    for (int i = 2; i != 10; ++i)
+        answers['/' + std::to_string(i)] = { redirect + '/' + std::to_string(i - 1) + "\r\n\r\n" };
+    Server const server(answers);
+    for (auto const& row : rows)
+        EXPECT_EQ(fetched(server.address() + row.path), row.seen) << row.path;
+    EXPECT_EQ(fetched(server.address() + "\\d/e\\..\\deep"), "deep") << "backslashes";
+}
+
+TEST(PlatformHttpStream, GateIsAskedForEachAddressAsItIsSent)
+{
+    Server const server(
+        { { "/a", { moved + "b?x\r\n\r\n" } }, { "/b?x", { moved + "/c\r\n\r\n" } }, { "/c", { ok + "\r\nc" } } });
+    std::string const address = server.address(), start = "HTTP" + address.substr(4) + "/d/../a";
+    std::vector<std::string> asked;
+    EXPECT_FALSE(NyIfHttpStream::setGate([&asked](std::string const& at) { return asked.push_back(at), true; }));
+    EXPECT_EQ(fetched(start), "c");
+    EXPECT_EQ(asked, (std::vector{ address + "/a", address + "/b?x", address + "/c" }));
+    for (std::string const& refused : asked) {
+        NyIfHttpStream::setGate([&refused](std::string const& at) { return at != refused; });
+        EXPECT_EQ(fetched(start), "failed") << refused;
+    }
+    NyIfHttpStream::setGate([](std::string const& at) { return at.back() == 'a' ? true : throw at; });
+    EXPECT_THROW(fetched(start), std::string);
+    EXPECT_TRUE(NyIfHttpStream::setGate({}));
+    EXPECT_EQ(fetched(start), "c");
+}
+
 TEST(PlatformHttpStream, BodyArrivesWhileTheServerStillWrites)
 {
     Server server({ { "/a.xml", { ok + "\r\n<a>", "", "<b/>", "</a>" } } });

@@ -74,7 +74,30 @@ TEST(PlatformTypes, DllLoaderAnswersForItsOwnLibraryOnly)
     EXPECT_EQ(loader.loadDll("", "", false), nullptr);
     EXPECT_NE(loader.loadDll("libm.so.6", "6", false), nullptr);
     EXPECT_EQ(loader.loadDll("no such library.nyp", "nyp", false), nullptr);
-    EXPECT_EQ(loader.getFunction("cos"), nullptr); // the failure made it forget libm
+    EXPECT_EQ(loader.getFunction("cos"), nullptr);     // the failure made it forget libm
+    for (std::size_t length : { 4095, 4096, 8 << 20 }) // around the longest path, and more than the stack holds
+        EXPECT_EQ(loader.loadDll(std::string(length, 'x'), "", false), nullptr) << length;
+}
+
+TEST(PlatformTypes, DllLoaderAsksTheGateForTheNameThatIsLoaded)
+{
+    std::string const math = "libm.so.6", behindZero = math + std::string(1, '\0') + "x";
+    std::string asked;
+    auto const load = [](std::string const& name) {
+        NyDllLoader loader;
+        return loader.loadDll(name, "", false) != nullptr && loader.getFunction("cos") != nullptr;
+    };
+    EXPECT_FALSE(NyDllLoader::setGate([&asked](std::string const& name) { return asked += name + '|', true; }));
+    EXPECT_TRUE(load(math));
+    EXPECT_FALSE(load(behindZero)); // the system would load libm.so.6, and the gate hear of another
+    EXPECT_EQ(asked, "libm.so.6|");
+    auto const before = NyDllLoader::setGate([](std::string const&) { return false; });
+    EXPECT_FALSE(load(math));
+    EXPECT_TRUE(before(""));
+    NyDllLoader::setGate([](std::string const& name) -> bool { throw name; });
+    EXPECT_THROW(load(math), std::string);
+    NyDllLoader::setGate({});
+    EXPECT_TRUE(load(math));
 }
 
 } // namespace

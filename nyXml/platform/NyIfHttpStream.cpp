@@ -1,11 +1,13 @@
 #include <nyXml/platform/NyIfHttpStream.h>
-
-#include <curl/curl.h>
+#include <nyXml/platform/detail/NyCurl.h>
+#include <nyXml/platform/detail/NyGate.h>
 
 #include <algorithm>
 #include <array>
 #include <cstring>
 #include <streambuf>
+#include <string_view>
+#include <utility>
 
 namespace {
 
@@ -13,16 +15,21 @@ using Clock = std::chrono::steady_clock;
 using std::chrono::milliseconds;
 
 struct EasyCleanup {
-    void operator()(CURL* easy) const { curl_easy_cleanup(easy); }
+    void operator()(CURL* easy) const { NyCurl::find()->easy_cleanup(easy); }
 };
 struct MultiCleanup {
-    void operator()(CURLM* multi) const { curl_multi_cleanup(multi); }
+    void operator()(CURLM* multi) const { NyCurl::find()->multi_cleanup(multi); }
+};
+struct UrlCleanup {
+    void operator()(CURLU* url) const { NyCurl::find()->url_cleanup(url); }
 };
 
-bool curlReady()
+constexpr int mostRedirects = 10;
+
+NyGate& gate()
 {
-    static bool const ready = curl_global_init(CURL_GLOBAL_DEFAULT) == CURLE_OK; // once, whichever thread comes first
-    return ready;
+    static NyGate& gate = *new NyGate; // never destroyed: documents are read while the process ends, too
+    return gate;
 }
 
 // http://host/dir\sub/file.xml -> http://host/dir/sub/file.xml
@@ -31,6 +38,29 @@ std::string withSlashes(std::string address)
     auto const pathEnd = address.begin() + static_cast<std::ptrdiff_t>(std::min(address.find_first_of("?#"), address.size()));
     std::replace(address.begin(), pathEnd, '\\', '/');
     return address;
+}
+
+// Joins an address, or a path as a redirect gives it, to the address before: HTTP://host/public/../secret.xml -> http://host/secret.xml.
+// In the form in which it is asked for, so that who decides by the text decides about the address. Empty for one that is none.
+std::string fullAddress(NyCurl const& curl, std::string const& before, std::string const& address)
+{
+    std::unique_ptr<CURLU, UrlCleanup> const url(curl.url());
+    for (std::string const& part : { before, address }) {
+        if (!url || (!part.empty() &&
+                     curl.url_set(url.get(), CURLUPART_URL, part.c_str(), CURLU_GUESS_SCHEME | CURLU_URLENCODE) != CURLUE_OK))
+            return std::string();
+    }
+    char* text = nullptr;
+    if (curl.url_get(url.get(), CURLUPART_URL, &text, 0) != CURLUE_OK)
+        return std::string();
+    std::unique_ptr<char, decltype(curl.free)> const owned(text, curl.free);
+    return text;
+}
+
+std::string_view withoutBlanks(std::string_view text)
+{
+    std::size_t const begin = std::min(text.find_first_not_of(" \t\r\n"), text.size());
+    return text.substr(begin, text.find_last_not_of(" \t\r\n") + 1 - begin);
 }
 
 } // namespace
@@ -42,13 +72,13 @@ public:
     ~Body() override
     {
         if (m_Added)
-            curl_multi_remove_handle(m_Multi.get(), m_Easy.get());
+            m_Curl->multi_remove_handle(m_Multi.get(), m_Easy.get());
     }
 
     /// True once the answer has begun, false if there is none.
     bool open(std::string const& address)
     {
-        if (!prepare(address))
+        if (!prepare() || !request(withSlashes(address)))
             return false;
         Clock::time_point const deadline = Clock::now() + m_Limits.answer;
         perform();
@@ -80,29 +110,24 @@ protected:
     }
 
 private:
-    bool prepare(std::string const& address)
+    bool prepare()
     {
-        if (!curlReady())
+        if (!m_Curl)
             return false;
-        m_Easy.reset(curl_easy_init());
-        m_Multi.reset(curl_multi_init());
+        m_Easy.reset(m_Curl->easy_init());
+        m_Multi.reset(m_Curl->multi_init());
         if (!m_Easy || !m_Multi)
             return false;
 
         bool done = true;
         auto const set = [this, &done](CURLoption option, auto value) {
-            done = curl_easy_setopt(m_Easy.get(), option, value) == CURLE_OK && done;
+            done = m_Curl->easy_setopt(m_Easy.get(), option, value) == CURLE_OK && done;
         };
-        set(CURLOPT_URL, withSlashes(address).c_str());
         set(CURLOPT_USERAGENT, "nyXml");
-        set(CURLOPT_FOLLOWLOCATION, 1L);
-        set(CURLOPT_MAXREDIRS, 10L);
 #if LIBCURL_VERSION_NUM >= 0x075500
         set(CURLOPT_PROTOCOLS_STR, "http,https"); // for redirects too: a server must not point us at our own files
-        set(CURLOPT_REDIR_PROTOCOLS_STR, "http,https");
 #else
         set(CURLOPT_PROTOCOLS, static_cast<long>(CURLPROTO_HTTP | CURLPROTO_HTTPS));
-        set(CURLOPT_REDIR_PROTOCOLS, static_cast<long>(CURLPROTO_HTTP | CURLPROTO_HTTPS));
 #endif
         set(CURLOPT_FAILONERROR, 1L);
         set(CURLOPT_SUPPRESS_CONNECT_HEADERS, 1L); // a proxy's consent is not the answer
@@ -115,14 +140,34 @@ private:
         set(CURLOPT_WRITEDATA, this);
         set(CURLOPT_HEADERFUNCTION, &Body::takeHeaderLine);
         set(CURLOPT_HEADERDATA, this);
-        m_Added = done && curl_multi_add_handle(m_Multi.get(), m_Easy.get()) == CURLM_OK;
+        return done;
+    }
+
+    bool request(std::string const& address)
+    {
+        m_Address = fullAddress(*m_Curl, m_Address, address);
+        m_Added = !m_Address.empty() && gate().isOpenFor(m_Address) &&
+                  m_Curl->easy_setopt(m_Easy.get(), CURLOPT_URL, m_Address.c_str()) == CURLE_OK &&
+                  m_Curl->multi_add_handle(m_Multi.get(), m_Easy.get()) == CURLM_OK;
         return m_Added;
+    }
+
+    // What libcurl would do by itself, if it did not have to ask for each address.
+    void follow()
+    {
+        m_Redirected = m_Added = false;
+        m_Curl->multi_remove_handle(m_Multi.get(), m_Easy.get());
+        std::string const location = std::exchange(m_Location, std::string());
+        if (location.empty() || ++m_Redirects > mostRedirects || !request(location))
+            end(CURLE_TOO_MANY_REDIRECTS);
     }
 
     // Called by libcurl with a part of the body. What does not fit stays with libcurl, which then stops reading from the server.
     static std::size_t takeBytes(char* bytes, std::size_t, std::size_t size, void* self)
     {
         Body& body = *static_cast<Body*>(self);
+        if (body.m_Redirected)
+            return size; // words for people
         if (size > body.m_Buffer.size() - body.m_Size) {
             body.m_Paused = true;
             return CURL_WRITEFUNC_PAUSE;
@@ -136,26 +181,49 @@ private:
     // Called by libcurl with each line of a header. An empty line ends it: of the answer, unless it is a redirect or a prelude.
     static std::size_t takeHeaderLine(char* line, std::size_t, std::size_t size, void* self)
     {
+        static constexpr std::string_view locationField = "Location:";
         Body& body = *static_cast<Body*>(self);
-        if (size != 0 && (line[0] == '\r' || line[0] == '\n')) {
-            long status = 0;
-            curl_easy_getinfo(body.m_Easy.get(), CURLINFO_RESPONSE_CODE, &status);
-            body.m_Answered = body.m_Answered || (status >= 200 && status < 300);
-        }
+        std::string_view const text = withoutBlanks(std::string_view(line, size));
+        if (text.empty())
+            body.takeHeaderEnd();
+        else if (size > locationField.size() && body.m_Location.empty() &&
+                 body.m_Curl->strnequal(line, locationField.data(), locationField.size()))
+            return body.takeLocation(withoutBlanks(text.substr(locationField.size()))) ? size : 0;
         return size;
+    }
+
+    void takeHeaderEnd()
+    {
+        long status = 0;
+        m_Curl->easy_getinfo(m_Easy.get(), CURLINFO_RESPONSE_CODE, &status);
+        m_Redirected = status >= 300 && status < 400;
+        if (!m_Redirected)
+            m_Location.clear(); // says where something was made
+        m_Answered = m_Answered || (status >= 200 && status < 300);
+    }
+
+    // Nothing may be thrown through libcurl.
+    bool takeLocation(std::string_view location) noexcept
+    try {
+        m_Location = location;
+        return true;
+    } catch (...) {
+        return false;
     }
 
     void perform()
     {
         if (m_Paused) {
             m_Paused = false;
-            curl_easy_pause(m_Easy.get(), CURLPAUSE_CONT);
+            m_Curl->easy_pause(m_Easy.get(), CURLPAUSE_CONT);
         }
         int running = 0;
-        if (curl_multi_perform(m_Multi.get(), &running) != CURLM_OK)
+        if (m_Curl->multi_perform(m_Multi.get(), &running) != CURLM_OK)
             end(CURLE_RECV_ERROR);
+        if (m_Redirected)
+            return follow();
         int left = 0;
-        while (CURLMsg const* message = curl_multi_info_read(m_Multi.get(), &left)) {
+        while (CURLMsg const* message = m_Curl->multi_info_read(m_Multi.get(), &left)) {
             if (message->msg == CURLMSG_DONE)
                 end(message->data.result);
         }
@@ -164,7 +232,7 @@ private:
     void wait(milliseconds atMost)
     {
         int const timeout = static_cast<int>(std::clamp<milliseconds::rep>(atMost.count(), 1, 1000));
-        if (curl_multi_poll(m_Multi.get(), nullptr, 0, timeout, nullptr) != CURLM_OK)
+        if (m_Curl->multi_poll(m_Multi.get(), nullptr, 0, timeout, nullptr) != CURLM_OK)
             end(CURLE_RECV_ERROR);
     }
 
@@ -199,11 +267,16 @@ private:
     static constexpr std::size_t bufferSize = 65536;
     static_assert(bufferSize >= CURL_MAX_WRITE_SIZE, "a part of the body must fit into the empty buffer");
 
+    NyCurl const* const m_Curl = NyCurl::find();
     NyIfHttpStream& m_Owner;
     Limits const m_Limits;
     std::unique_ptr<CURLM, MultiCleanup> m_Multi;
     std::unique_ptr<CURL, EasyCleanup> m_Easy; // behind the multi handle: goes first
     bool m_Added = false;
+    bool m_Redirected = false; // the header of an answer is in, and it sends us to m_Location, or to nowhere
+    int m_Redirects = 0;
+    std::string m_Address; // asked for last, in full
+    std::string m_Location;
     bool m_Answered = false; // the header of the final answer is in, and it is a success
     bool m_Paused = false;   // libcurl holds a part of the body that did not fit
     bool m_Over = false;     // nothing more will come; m_Result tells why
@@ -224,5 +297,7 @@ NyIfHttpStream::NyIfHttpStream(std::string const& address, int, Limits const& li
     if (!m_Body->open(address))
         setstate(std::ios::failbit);
 }
+
+NyIfHttpStream::Gate NyIfHttpStream::setGate(Gate newGate) { return gate().replace(std::move(newGate)); }
 
 NyIfHttpStream::~NyIfHttpStream() = default;
