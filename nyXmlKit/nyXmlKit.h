@@ -12,5 +12,6 @@
 #include <nyXmlKit/model/NyXmlOptional.h>
 #include <nyXmlKit/model/NyXmlRepeated.h>
 #include <nyXmlKit/model/NyXmlWord.h>
+#include <nyXmlKit/standard/NyXmlStandardReader.h>
 
 #endif

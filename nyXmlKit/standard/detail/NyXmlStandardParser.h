@@ -1,0 +1,123 @@
+// In-house, no part of the face: installed only because public headers need it.
+
+#ifndef NYXMLKIT_STANDARD_DETAIL_NYXMLSTANDARDPARSER_H
+#define NYXMLKIT_STANDARD_DETAIL_NYXMLSTANDARDPARSER_H
+
+#include <nyXmlKit/standard/detail/NyXmlStandardInput.h>
+#include <nyXmlKit/standard/detail/NyXmlStandardNames.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <exception>
+#include <functional>
+#include <iosfwd>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+struct XML_ParserStruct;
+
+/// Turns what Expat pushes into events that can be pulled. Part of NyXmlStandardReader.
+///
+/// A block of the stream is parsed at a time, and its events wait in a queue; the parser is suspended when entities bring more than a
+/// queue should hold. Texts and values of the queue lie one behind the other in one string, valid until the queue is filled again.
+class NyXmlStandardParser {
+public:
+    struct Attribute {
+        NyXmlStandardName const* name;
+        std::string_view value; ///< the place is known when the queue is full: see begin
+        std::size_t begin;
+        bool isTaken;
+    };
+
+    struct Event {
+        enum class Kind : char {
+            START,
+            END,
+            TEXT,
+            REFERENCE, ///< one character of white space that a character reference gave
+            MARKUP,    ///< a comment or a processing instruction
+            NOTE,      ///< something of the document is lost: the text says what
+            END_OF_DOCUMENT,
+            FAULT, ///< not well formed: the text says why
+        };
+        Kind kind;
+        bool isEmpty; ///< START: `<a/>`, and no END will come
+        int line;
+        int column;                    ///< FAULT alone
+        NyXmlStandardName const* name; ///< START
+        std::size_t begin;             ///< of the text; START: of the attributes
+        std::size_t size;
+    };
+
+    /// \param mayReadOn  asked before each block, and for each megabyte that entities bring
+    NyXmlStandardParser(std::istream& stream, std::function<bool()> mayReadOn);
+    ~NyXmlStandardParser();
+    NyXmlStandardParser(NyXmlStandardParser const&) = delete;
+    NyXmlStandardParser& operator=(NyXmlStandardParser const&) = delete;
+
+    /// The next event. END_OF_DOCUMENT and FAULT stay.
+    Event const& peek()
+    {
+        if (m_next == m_events.size())
+            fill();
+        return m_events[m_next];
+    }
+    void pop() noexcept { ++m_next; }
+
+    /// Whether the next peek() makes what was handed out so far invalid.
+    bool isDrained() const noexcept { return m_next == m_events.size(); }
+
+    std::string_view textOf(Event const& event) const { return std::string_view(m_texts).substr(event.begin, event.size); }
+
+    /// In the order of the document.
+    Attribute* attributesOf(Event const& event)
+    {
+        Attribute* const first = m_attributes.data() + event.begin;
+        for (Attribute* attribute = first; attribute != first + event.size; ++attribute)
+            attribute->value = std::string_view(m_texts.data() + attribute->begin, attribute->value.size());
+        return first;
+    }
+
+    NyXmlStandardInput const& input() const noexcept { return m_input; }
+    std::size_t bytesHeld() const noexcept { return m_texts.size(); }
+
+private:
+    struct Handlers;
+    struct Free {
+        void operator()(XML_ParserStruct* parser) const noexcept;
+    };
+
+    void begin();
+    void fill();
+    void refuse();
+    void start(char const* name, char const** attributes);
+    void end();
+    void text(std::string_view text);
+    void markup(std::string_view before, std::string_view text, std::string_view behind);
+    void note(std::string_view before, std::string_view name, std::string_view behind);
+    void entityDeclared();
+    bool isReference();
+    bool isEmptyTag();
+    std::string_view rawText();
+    void add(Event::Kind kind, std::string_view text);
+    void limitQueue();
+
+    NyXmlStandardInput m_input;
+    std::function<bool()> m_mayReadOn;
+    std::unique_ptr<XML_ParserStruct, Free> m_parser;
+    std::vector<Event> m_events;
+    std::size_t m_next = 0;
+    std::vector<Attribute> m_attributes;
+    std::string m_texts;
+    NyXmlStandardNames m_names;
+    std::string m_raw; ///< the bytes of an event, where they have to be looked at
+    bool m_wantsRaw = false;
+    bool m_hasEntities = false; ///< places in the stream say nothing about what an entity brings
+    bool m_isSuspended = false;
+    bool m_isFinal = false;
+    std::exception_ptr m_exception; ///< thrown in a handler: it must not pass through the parser
+};
+
+#endif
