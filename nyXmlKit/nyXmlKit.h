@@ -10,7 +10,9 @@
 #include <nyXmlKit/model/NyXmlModel.h>
 #include <nyXmlKit/model/NyXmlObjectOf.h>
 #include <nyXmlKit/model/NyXmlOptional.h>
+#include <nyXmlKit/model/NyXmlPolymorphic.h>
 #include <nyXmlKit/model/NyXmlRepeated.h>
+#include <nyXmlKit/model/NyXmlShared.h>
 #include <nyXmlKit/model/NyXmlWord.h>
 #include <nyXmlKit/standard/NyXmlStandardReader.h>
 

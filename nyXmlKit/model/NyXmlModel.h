@@ -5,11 +5,13 @@
 #include <nyXml/values/NyXmlBasicType.h>
 #include <nyXmlKit/model/NyXmlClass.h>
 #include <nyXmlKit/model/detail/NyXmlRegistrar.h>
+#include <nyXmlKit/model/detail/NyXmlSharing.h>
 
 #include <type_traits>
 #include <typeinfo>
 
-/// What NyXmlModel adds to a base, once for each base. Not for applications.
+/// What NyXmlModel adds to a base, once for each base. Not for applications. Its names have a prefix where an application's members could
+/// be called alike.
 template <class Base>
 class NYXML_EXPORT NyXmlModelOver : public Base, public NyXmlModelKind {
     static_assert(std::is_base_of_v<NyXmlCompoundType, Base>, "the base of a model class derives from NyXmlCompoundType");
@@ -20,72 +22,80 @@ public:
     // NyXmlObject
     bool xmlInit() override
     {
-        NyXmlRegistrar const registrar(*this, *this);
+        NyXmlRegistrar const theRegistrar(*this, *this);
         return Base::xmlInit();
     }
-    bool read(NyXmlReader& reader) override
+    bool read(NyXmlReader& theReader) override
     {
+        NyXmlSharing::Scope const theScope;
         NyXmlModelWork::forgetOccurrences(*this, this->xmlClass());
-        return Base::read(reader);
+        return Base::read(theReader);
+    }
+    bool write(NyXmlWriter& theWriter) const override
+    {
+        NyXmlSharing::Scope const theScope;
+        return Base::write(theWriter);
     }
     /// False for an object of another class, of a derived one too.
-    bool equality(NyXmlObject const* other) const override
+    bool equality(NyXmlObject const* theOther) const override
     {
-        if (other == nullptr || typeid(*other) != typeid(*this))
+        if (theOther == nullptr || typeid(*theOther) != typeid(*this))
             return false;
-        auto const& same = static_cast<NyXmlModelOver const&>(*other);
+        auto const& theSame = static_cast<NyXmlModelOver const&>(*theOther);
         if constexpr (!std::is_same_v<Base, NyXmlCompoundType>)
-            if (!(static_cast<Base const&>(*this) == static_cast<Base const&>(same)))
+            if (!(static_cast<Base const&>(*this) == static_cast<Base const&>(theSame)))
                 return false;
-        return NyXmlModelWork::sameMembers(*this, same, this->xmlClass());
+        return NyXmlModelWork::sameMembers(*this, theSame, this->xmlClass());
     }
 
     // NyXmlCompoundType
-    bool writeAttributes(NyXmlWriter& writer) const override
+    bool writeAttributes(NyXmlWriter& theWriter) const override
     {
-        bool const result = NyXmlObject::write(writer);
+        bool const theResult = NyXmlObject::write(theWriter);
         if (NyXmlModelWork::writesAsCore(*this, this->xmlClass()))
-            return Base::writeAttributes(writer);
-        NyXmlModelWork::writeAttributes(*this, this->xmlClass(), writer, [](NyXmlCompoundType const& self, NyToken const& token) {
-            return static_cast<NyXmlModelOver const&>(self).isReadOnlyAttribute(token);
-        });
-        return result;
+            return Base::writeAttributes(theWriter);
+        NyXmlModelWork::writeAttributes(*this, this->xmlClass(), theWriter,
+                                        [](NyXmlCompoundType const& theSelf, NyToken const& theToken) {
+                                            return static_cast<NyXmlModelOver const&>(theSelf).isReadOnlyAttribute(theToken);
+                                        });
+        return theResult;
     }
-    bool writeElements(NyXmlWriter& writer) const override
+    bool writeElements(NyXmlWriter& theWriter) const override
     {
         if (NyXmlModelWork::writesAsCore(*this, this->xmlClass()))
-            return Base::writeElements(writer);
-        NyXmlModelWork::writeElements(*this, this->xmlClass(), writer, [](NyXmlCompoundType const& self, NyToken const& token) {
-            return static_cast<NyXmlModelOver const&>(self).isReadOnlyComponent(token);
-        });
+            return Base::writeElements(theWriter);
+        NyXmlModelWork::writeElements(*this, this->xmlClass(), theWriter,
+                                      [](NyXmlCompoundType const& theSelf, NyToken const& theToken) {
+                                          return static_cast<NyXmlModelOver const&>(theSelf).isReadOnlyComponent(theToken);
+                                      });
         return true;
     }
-    bool writeSchemaElements(NyXmlSchema& schema) const override
+    bool writeSchemaElements(NyXmlSchema& theSchema) const override
     {
         if (NyXmlModelWork::writesAsCore(*this, this->xmlClass()) || !this->hasChildren())
-            return Base::writeSchemaElements(schema);
-        NyXmlModelWork::writeSchemaElements(*this, this->xmlClass(), schema);
+            return Base::writeSchemaElements(theSchema);
+        NyXmlModelWork::writeSchemaElements(*this, this->xmlClass(), theSchema);
         return true;
     }
-    void registerComponent(NyToken const& token, NyXmlObject* object) override
+    void registerComponent(NyToken const& theToken, NyXmlObject* theObject) override
     {
-        NyXmlRegistrar::note(*this, this->xmlClass(), false, false, token, object);
-        Base::registerComponent(token, object);
+        NyXmlRegistrar::note(*this, this->xmlClass(), false, false, theToken, theObject);
+        Base::registerComponent(theToken, theObject);
     }
-    void registerComponentReadOnly(NyToken const& token, NyXmlObject* object) override
+    void registerComponentReadOnly(NyToken const& theToken, NyXmlObject* theObject) override
     {
-        NyXmlRegistrar::note(*this, this->xmlClass(), false, true, token, object);
-        Base::registerComponentReadOnly(token, object);
+        NyXmlRegistrar::note(*this, this->xmlClass(), false, true, theToken, theObject);
+        Base::registerComponentReadOnly(theToken, theObject);
     }
-    void registerAttributeComponent(NyToken const& token, NyXmlObject* object) override
+    void registerAttributeComponent(NyToken const& theToken, NyXmlObject* theObject) override
     {
-        NyXmlRegistrar::note(*this, this->xmlClass(), true, false, token, object);
-        Base::registerAttributeComponent(token, object);
+        NyXmlRegistrar::note(*this, this->xmlClass(), true, false, theToken, theObject);
+        Base::registerAttributeComponent(theToken, theObject);
     }
-    void registerAttributeComponentReadOnly(NyToken const& token, NyXmlObject* object) override
+    void registerAttributeComponentReadOnly(NyToken const& theToken, NyXmlObject* theObject) override
     {
-        NyXmlRegistrar::note(*this, this->xmlClass(), true, true, token, object);
-        Base::registerAttributeComponentReadOnly(token, object);
+        NyXmlRegistrar::note(*this, this->xmlClass(), true, true, theToken, theObject);
+        Base::registerAttributeComponentReadOnly(theToken, theObject);
     }
 };
 
@@ -175,27 +185,27 @@ public:
     }
 
     /// Equal values of all that is registered.
-    bool operator==(Self const& other) const { return this->equality(&other); }
-    bool operator!=(Self const& other) const { return !this->equality(&other); }
+    bool operator==(Self const& theOther) const { return this->equality(&theOther); }
+    bool operator!=(Self const& theOther) const { return !this->equality(&theOther); }
 
 protected:
     /// The member answers to the child element of this name, in the namespace of this class.
     template <class Member>
-    void element(char const* name, Member& member)
+    void element(char const* theName, Member& theMember)
     {
         static_assert(std::is_base_of_v<NyXmlObject, Member>,
                       "an element is an object: NyXmlBasicType<double>, say, and no plain double");
-        NyXmlRegistrar::enter(*this, false, Self::xmlName, name, &member);
+        NyXmlRegistrar::enter(*this, false, Self::xmlName, theName, &theMember);
     }
     /// The member answers to the attribute of this name.
     template <class Member>
-    void attribute(char const* name, Member& member)
+    void attribute(char const* theName, Member& theMember)
     {
         static_assert(std::is_base_of_v<NyXmlObject, Member>,
                       "an attribute is an object: NyXmlBasicType<double>, say, and no plain double");
         static_assert(hasAttributeForm(&Member::readAttribute),
                       "an attribute is one text, which this class is not: make it an element");
-        NyXmlRegistrar::enter(*this, true, Self::xmlName, name, &member);
+        NyXmlRegistrar::enter(*this, true, Self::xmlName, theName, &theMember);
     }
 
 private:

@@ -1,11 +1,10 @@
-#include "../ValueSupport.h"
+#include "ModelSupport.h"
 
 #include <nyXmlKit/model/NyXmlModel.h>
 #include <nyXmlKit/model/NyXmlOptional.h>
 #include <nyXmlKit/model/NyXmlRepeated.h>
 
 #include <memory>
-#include <sstream>
 
 namespace {
 
@@ -30,23 +29,6 @@ public:
     NyXmlOwned<Point> next;
     NyXmlRepeated<Point> sub;
 };
-
-template <class Object>
-Object copyOf(Object const& object)
-{
-    std::unique_ptr<NyXmlObject> const copy(object.clone());
-    return dynamic_cast<Object const&>(*copy);
-}
-
-// In one line, so that a row of a test is one.
-std::string lineOf(NyXmlObject const& object, bool withDefaults = true)
-{
-    std::string line;
-    std::istringstream stream(writtenValue(object, withDefaults));
-    for (std::string part; std::getline(stream, part);)
-        line += part.substr(std::min(part.find_first_not_of(' '), part.size()));
-    return line;
-}
 
 // What is there and what is not survives documents, copies and a second reading into the same object.
 TEST(Model, AbsentMembersStayAbsent)
