@@ -1,0 +1,172 @@
+// What a library meets in a long life: outputs that break at any byte, a full disk, and a hundred thousand documents in one process.
+
+#include "CompoundSupport.h"
+
+#include <nyXml/values/NyXmlEnumType.h>
+#include <nyXml/values/NyXmlMapType.h>
+#include <nyXml/values/NyXmlVectorType.h>
+#include <nyXml/values/NyXmlVectorVector.h>
+
+#include <filesystem>
+#include <fstream>
+#include <tuple>
+
+#include <malloc.h>
+
+namespace {
+
+class Part : public Model<Part> {
+public:
+    void registerComponents() override
+    {
+        registerAttributeComponent("id", &id);
+        registerComponent(NyToken(ns, "name"), &name);
+        registerComponent(NyToken(ns, "path"), &path);
+        registerComponent(NyToken(ns, "weights"), &weights);
+        registerComponent(NyToken(ns, "notes"), &notes);
+    }
+    auto values() const { return std::tie(id, name, path, weights, notes); }
+    bool operator==(Part const& other) const { return values() == other.values(); }
+
+    NyXmlBasicType<unsigned int> id;
+    NyXmlBasicType<std::string> name;
+    NyXmlVectorVector path;
+    NyXmlVectorBasicType<NyXmlBasicType<double>> weights;
+    NyXmlMapType<NyXmlBasicType<std::string>, NyXmlBasicType<double>> notes;
+};
+
+class Parts : public Model<Parts> {
+public:
+    void registerComponents() override { registerComponent(NyToken(ns, "parts"), &parts); }
+    auto values() const { return std::tie(parts); }
+
+    NyXmlVectorType<Part> parts;
+};
+
+Parts sample()
+{
+    Parts parts;
+    Part part;
+    part.name.setValue("a name too long to lie in its string");
+    part.path.pushBack(NyVector(1, 2, 3));
+    for (int i = 0; i < 12; ++i)
+        part.weights.pushBack(i / 4.0);
+    part.notes.mapContainer()[NyXmlBasicType<std::string>("k")] = NyXmlBasicType<double>(0.5);
+    for (unsigned int id = 0; id < 3; ++id) {
+        part.id.setValue(id);
+        parts.parts.pushBack(part);
+    }
+    return parts;
+}
+
+void writeTo(std::ostream& stream, NyXmlObject const& object)
+{
+    NyXmlWriter writer("out.xml", stream);
+    writer.writeStartTag(NyToken(ns, "root"));
+    object.write(writer);
+    writer.writeEndTag();
+}
+
+std::string written(NyXmlObject const& object)
+{
+    std::ostringstream stream;
+    writeTo(stream, object);
+    return stream.str();
+}
+
+/// Takes some bytes and then no more.
+class Full : public std::streambuf {
+public:
+    explicit Full(std::size_t room) : m_room(room) {}
+    std::string const& taken() const { return m_taken; }
+
+private:
+    int_type overflow(int_type c) override
+    {
+        if (m_taken.size() == m_room)
+            return traits_type::eof();
+        m_taken += traits_type::to_char_type(c);
+        return c;
+    }
+
+    std::size_t m_room;
+    std::string m_taken;
+};
+
+TEST(Endurance, OutputMayBreakBehindEveryByte)
+{
+    Parts const parts = sample();
+    std::string const whole = written(parts);
+    for (std::size_t room = 0; room < whole.size(); ++room) {
+        SCOPED_TRACE(room);
+        Full buffer(room);
+        std::ostream stream(&buffer);
+        writeTo(stream, parts);
+        EXPECT_TRUE(stream.bad());
+        EXPECT_EQ(buffer.taken(), whole.substr(0, room));
+
+        Full throwing(room);
+        std::ostream loud(&throwing);
+        loud.exceptions(std::ios_base::badbit);
+        EXPECT_THROW(writeTo(loud, parts), std::ios_base::failure);
+    }
+    EXPECT_EQ(written(parts), whole) << "the objects have not suffered";
+}
+
+TEST(Endurance, FullDiskShowsInTheStream)
+{
+    std::ofstream stream("/dev/full", std::ios::binary);
+    if (!stream)
+        GTEST_SKIP() << "no /dev/full here";
+    writeTo(stream, sample());
+    EXPECT_FALSE(stream.flush().good());
+}
+
+std::size_t openHandles()
+{
+    return static_cast<std::size_t>(
+        std::distance(std::filesystem::directory_iterator("/proc/self/fd"), std::filesystem::directory_iterator()));
+}
+
+#ifndef __has_feature
+#define __has_feature(feature) 0
+#endif
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__) || __has_feature(address_sanitizer) ||                         \
+    __has_feature(thread_sanitizer)
+constexpr bool underSanitizer = true; // with an allocator of its own, which keeps what was freed
+#else
+constexpr bool underSanitizer = false;
+#endif
+
+TEST(Endurance, MemoryAndHandlesStayFlat)
+{
+    ScratchDirectory const folder;
+    folder.write("part.xml", R"(<part id="7"><name>n</name><weights size="2"><group>1 2</group></weights></part>)");
+    std::string const linking = R"(<r><parts size="2"><NyInclude type="simple" href="part.xml"/><element/></parts></r>)";
+    std::string const broken = "<r><parts size='1'><element id=7><name>x<</element></r>";
+    Parts const parts = sample();
+    Messages messages;
+
+    auto const round = [&](int i) {
+        Parts again;
+        EXPECT_TRUE(readValue(again, written(parts)));
+        EXPECT_TRUE(again.equality(&parts));
+        std::istringstream stream(i % 2 == 0 ? linking : broken);
+        NyXmlReader reader(folder.path("doc.xml"), stream);
+        reader.readXml();
+        again.read(reader);
+        messages.take();
+    };
+    for (int i = 0; i < 100; ++i)
+        round(i);
+    std::size_t const memory = mallinfo2().uordblks; // allocated now
+    std::size_t const handles = openHandles();
+    for (int i = 0; i < (underSanitizer ? 2000 : 100000); ++i)
+        round(i);
+    if (!underSanitizer) {
+        EXPECT_LE(mallinfo2().uordblks, memory + 4096);
+    }
+    EXPECT_EQ(openHandles(), handles);
+}
+
+} // namespace
