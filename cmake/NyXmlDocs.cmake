@@ -26,5 +26,16 @@ set(DOXYGEN_SHOW_FILES NO)
 set(DOXYGEN_VERBATIM_HEADERS NO)
 set(DOXYGEN_HTML_EXTRA_STYLESHEET "${PROJECT_SOURCE_DIR}/docs/site.css")
 set(DOXYGEN_IMAGE_PATH "${PROJECT_SOURCE_DIR}/docs")
+# The pages stand in the order of the guide; one that it does not name comes behind them.
+file(STRINGS "${PROJECT_SOURCE_DIR}/docs/index.md" nyxml_guide_rows REGEX "\\]\\([a-zA-Z-]+\\.md\\)")
+set(nyxml_pages "${PROJECT_SOURCE_DIR}/docs/index.md")
+foreach(row IN LISTS nyxml_guide_rows)
+    string(REGEX MATCHALL "\\(([a-zA-Z-]+\\.md)\\)" links "${row}")
+    foreach(link IN LISTS links)
+        string(REGEX REPLACE "[()]" "" link "${link}")
+        list(APPEND nyxml_pages "${PROJECT_SOURCE_DIR}/docs/${link}")
+    endforeach()
+endforeach()
 doxygen_add_docs(docs
-    "${PROJECT_SOURCE_DIR}/README.md" "${PROJECT_SOURCE_DIR}/docs" "${PROJECT_SOURCE_DIR}/nyXml" "${PROJECT_SOURCE_DIR}/nyXmlKit" ALL)
+    "${PROJECT_SOURCE_DIR}/README.md" ${nyxml_pages} "${PROJECT_SOURCE_DIR}/docs" "${PROJECT_SOURCE_DIR}/nyXml"
+    "${PROJECT_SOURCE_DIR}/nyXmlKit" ALL)
