@@ -3,6 +3,15 @@
 
 /// Every public header of the companion library. Larger applications include what they use instead.
 
+#include <nyXmlKit/file/NyXmlFault.h>
+#include <nyXmlKit/file/NyXmlFile.h>
+#include <nyXmlKit/file/NyXmlReadOptions.h>
+#include <nyXmlKit/file/NyXmlReadResult.h>
+#include <nyXmlKit/file/NyXmlWriteOptions.h>
+#include <nyXmlKit/file/NyXmlWriteResult.h>
+#include <nyXmlKit/guard/NyXmlFileInput.h>
+#include <nyXmlKit/guard/NyXmlGuard.h>
+#include <nyXmlKit/guard/NyXmlGuarded.h>
 #include <nyXmlKit/model/NyXmlClass.h>
 #include <nyXmlKit/model/NyXmlDateTime.h>
 #include <nyXmlKit/model/NyXmlEnum.h>

@@ -1,0 +1,121 @@
+#include <nyXmlKit/file/NyXmlFile.h>
+
+#include <nyXml/core/NyXml.h>
+#include <nyXml/core/NyXmlInfo.h>
+#include <nyXml/core/NyXmlObject.h>
+#include <nyXml/platform/NyPrint.h>
+#include <nyXml/writer/NyXmlWriter.h>
+#include <nyXmlKit/file/detail/NyXmlFaultCollector.h>
+#include <nyXmlKit/file/detail/NyXmlFileOutput.h>
+#include <nyXmlKit/file/detail/NyXmlReading.h>
+#include <nyXmlKit/guard/NyXmlFileInput.h>
+
+#include <ostream>
+
+namespace {
+
+using Kind = NyXmlFault::Kind;
+
+/// Gives what is printed on this thread to a collector.
+class Listening {
+public:
+    explicit Listening(NyXmlFaultCollector& faults)
+        : m_theScope([&faults](int printType, std::string const& location, std::string const& text) {
+              faults.take(printType, location, text);
+          })
+    {}
+
+private:
+    Ny::Print::ThreadScope m_theScope;
+};
+
+NyXmlReadResult cannotBeRead(std::string const& path, NyXmlFileInput const& file, NyXmlReadOptions const& options)
+{
+    bool const isLimit = file.isRefused() && options.guard && options.guard->onlyRegularFiles;
+    NyXmlFault fault;
+    fault.kind = isLimit ? Kind::LIMIT : Kind::FILE_ERROR;
+    fault.text = isLimit ? "limit broken: " + std::string(NyXmlGuard::nameOf(NyXmlGuard::Limit::REGULAR_FILES)) + ": "
+                         : std::string("the file cannot be read: ");
+    fault.text += file.error();
+    fault.file = path;
+    NyXmlReadResult result;
+    result.faults.push_back(std::move(fault));
+    return result;
+}
+
+/// Writes the document, and says what the object said.
+bool writeDocument(std::ostream& stream, std::string const& name, NyXmlObject const& object, NyXmlWriteOptions const& options)
+{
+    NyXmlWriter writer(name, stream);
+    if (options.prepare)
+        options.prepare(writer);
+    writer.writeStartTag(options.root.empty() ? object.token() : options.root);
+    if (options.withVersion) {
+        writer.setAttributeName(NyXml::NyVersionToken);
+        writer.data(NyXmlLibraryVersion);
+    }
+    bool const isWritten = object.write(writer);
+    writer.writeEndTag();
+    return isWritten;
+}
+
+} // namespace
+
+NyXmlReadResult NyXmlFile::read(std::string const& path, NyXmlObject& object, NyXmlReadOptions const& options)
+{
+    NyXmlFileInput file(path, options.guard && options.guard->onlyRegularFiles);
+    if (!file.error().empty())
+        return cannotBeRead(path, file, options);
+    NyXmlReading reading(path, file, file.size(), options);
+    reading.setFile(&file);
+    Listening const listening(reading.faults());
+    return reading.read(object);
+}
+
+NyXmlReadResult NyXmlFile::read(std::istream& stream, std::string const& name, NyXmlObject& object,
+                                NyXmlReadOptions const& options)
+{
+    NyXmlReading reading(name, stream, 0, options);
+    Listening const listening(reading.faults());
+    return reading.read(object);
+}
+
+NyXmlWriteResult NyXmlFile::write(std::string const& path, NyXmlObject const& object, NyXmlWriteOptions const& options)
+{
+    using Step = NyXmlWriteResult::Step;
+    NyXmlFaultCollector faults(path);
+    NyXmlWriteResult result;
+    NyXmlFileOutput file(path);
+    if (file.failedStep() == Step::NONE) {
+        Listening const listening(faults);
+        if (!writeDocument(file, path, object, options))
+            result.failedStep = Step::OBJECT;
+        else
+            file.commit();
+    }
+    faults.flush();
+    result.faults = std::move(faults.faults());
+    if (result.failedStep == Step::NONE) {
+        result.failedStep = file.failedStep();
+        result.reason = file.reason();
+    }
+    return result;
+}
+
+NyXmlWriteResult NyXmlFile::write(std::ostream& stream, std::string const& name, NyXmlObject const& object,
+                                  NyXmlWriteOptions const& options)
+{
+    using Step = NyXmlWriteResult::Step;
+    NyXmlFaultCollector faults(name);
+    NyXmlWriteResult result;
+    {
+        Listening const listening(faults);
+        if (!writeDocument(stream, name, object, options))
+            result.failedStep = Step::OBJECT;
+        else if (!stream.flush())
+            result.failedStep = Step::WRITE;
+    }
+    faults.flush();
+    result.faults = std::move(faults.faults());
+    return result;
+}

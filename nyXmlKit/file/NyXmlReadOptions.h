@@ -1,0 +1,44 @@
+#ifndef NYXMLKIT_FILE_NYXMLREADOPTIONS_H
+#define NYXMLKIT_FILE_NYXMLREADOPTIONS_H
+
+#include <nyXml/core/NyToken.h>
+#include <nyXml/platform/NyXmlExport.h>
+#include <nyXmlKit/guard/NyXmlGuard.h>
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+
+class NyXmlReader;
+
+/// How a document is to be read. Every field may stay as it is.
+///
+/// \code
+///     NyXmlReadOptions options;
+///     options.guard = NyXmlGuard::forStrangers();
+///     auto const result = NyXmlFile::read("model.xml", model, options);
+/// \endcode
+struct NYXML_EXPORT NyXmlReadOptions {
+    /// The root's name; the object's token() if it is empty. Its namespace plays no part, as everywhere in reading.
+    NyToken root;
+
+    /// Any root will do, whatever `root` says.
+    bool anyRoot = false;
+
+    /// Limits and permissions; none if there is none.
+    std::optional<NyXmlGuard> guard;
+
+    /// Told how many bytes have been read and how many there are, 0 if nobody knows. Runs on the reading thread, once for each block
+    /// read. False cancels. Bytes of included documents are counted too if there is a guard. What it throws comes out
+    /// of the read.
+    std::function<bool(std::uint64_t bytes, std::uint64_t total)> progress;
+
+    /// Whether progress goes to the two signals of SignalReadWriteProgressTraits and SignalReadWriteStatusTraits as well: the part
+    /// that has been read, or the bare number of bytes if nobody knows how many there are; and then an empty text.
+    bool toSignals = true;
+
+    /// Runs before the first byte is read: the place to register classes, or to announce links.
+    std::function<void(NyXmlReader&)> prepare;
+};
+
+#endif

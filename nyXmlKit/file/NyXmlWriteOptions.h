@@ -1,0 +1,23 @@
+#ifndef NYXMLKIT_FILE_NYXMLWRITEOPTIONS_H
+#define NYXMLKIT_FILE_NYXMLWRITEOPTIONS_H
+
+#include <nyXml/core/NyToken.h>
+#include <nyXml/platform/NyXmlExport.h>
+
+#include <functional>
+
+class NyXmlWriter;
+
+/// How a document is to be written. Every field may stay as it is.
+struct NYXML_EXPORT NyXmlWriteOptions {
+    /// The root's name; the object's token() if it is empty.
+    NyToken root;
+
+    /// Whether the root carries the library's version, which readers check.
+    bool withVersion = false;
+
+    /// Runs before the first byte is written: the place to set the writer's indent, its header, and whether it leaves out defaults.
+    std::function<void(NyXmlWriter&)> prepare;
+};
+
+#endif

@@ -1,0 +1,39 @@
+#include <nyXmlKit/file/detail/NyXmlInputWatch.h>
+
+#include <algorithm>
+#include <cstring>
+#include <string_view>
+
+std::size_t NyXmlInputWatch::Buffer::take(char* to, std::size_t count)
+{
+    if (m_hasEnded)
+        return 0;
+    m_theSource.read(to, static_cast<std::streamsize>(count));
+    std::size_t const got = static_cast<std::size_t>(m_theSource.gcount());
+    std::string_view const block(to, got);
+    std::size_t const black = block.find_last_not_of(" \t\r\n");
+    if (black != std::string_view::npos)
+        lastBlack = block[black];
+    hasZeroByte = hasZeroByte || std::memchr(to, '\0', got) != nullptr;
+    m_hasEnded = got != 0 && listener && !listener(got);
+    return m_hasEnded ? 0 : got;
+}
+
+NyXmlInputWatch::Buffer::int_type NyXmlInputWatch::Buffer::underflow()
+{
+    std::size_t const got = take(m_theBytes.data(), m_theBytes.size());
+    setg(m_theBytes.data(), m_theBytes.data(), m_theBytes.data() + got);
+    return got == 0 ? traits_type::eof() : traits_type::to_int_type(m_theBytes[0]);
+}
+
+// The reader asks for whole blocks, which go straight into its memory.
+std::streamsize NyXmlInputWatch::Buffer::xsgetn(char* to, std::streamsize count)
+{
+    std::streamsize const held = std::min<std::streamsize>(count, egptr() - gptr());
+    if (held > 0) {
+        std::copy(gptr(), gptr() + held, to);
+        gbump(static_cast<int>(held));
+    }
+    std::size_t const wanted = static_cast<std::size_t>(count - held);
+    return held + static_cast<std::streamsize>(wanted != 0 ? take(to + held, wanted) : 0);
+}

@@ -1,0 +1,222 @@
+#include <nyXmlKit/file/detail/NyXmlReading.h>
+
+#include <nyXml/core/NyXmlObject.h>
+#include <nyXml/platform/NyApplication.h>
+#include <nyXml/reader/NyXmlReader.h>
+#include <nyXml/traversal/NyXmlSignals.h>
+#include <nyXmlKit/guard/NyXmlFileInput.h>
+#include <nyXmlKit/guard/NyXmlGuarded.h>
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+using Kind = NyXmlFault::Kind;
+
+bool isTag(NyXmlFileReader::XML_READER_MODE mode)
+{
+    return mode == NyXmlFileReader::XML_READER_START_TAG || mode == NyXmlFileReader::XML_READER_EMPTY_TAG;
+}
+
+bool isOver(NyXmlFileReader::XML_READER_MODE mode)
+{
+    return mode == NyXmlFileReader::XML_READER_EOF || mode == NyXmlFileReader::XML_READER_ERROR;
+}
+
+/// Whether such a fault leaves a document less than whole.
+bool breaks(NyXmlFault const& fault)
+{
+    switch (fault.kind) {
+    case Kind::FILE_ERROR:
+    case Kind::NOT_WELL_FORMED:
+    case Kind::ROOT:
+    case Kind::BROKEN_OFF:
+    case Kind::BEHIND_ROOT:
+    case Kind::LIMIT:
+    case Kind::EXCEPTION: return true;
+    case Kind::UNREAD:
+    case Kind::UNKNOWN_MEMBER:
+    case Kind::MISSING_MEMBER:
+    case Kind::REPEATED_MEMBER:
+    case Kind::BAD_TEXT:
+    case Kind::WRONG_SIZE:
+    case Kind::BAD_VALUE:
+    case Kind::LINK:
+    case Kind::VERSION:
+    case Kind::PLUG_IN: break;
+    }
+    return false;
+}
+
+} // namespace
+
+NyXmlReading::NyXmlReading(std::string const& name, std::istream& stream, std::uint64_t total, NyXmlReadOptions const& options)
+    : m_theName(name),
+      m_theOptions(options),
+      m_theInput(stream),
+      m_theTotal(total),
+      m_theFaults(name)
+{}
+
+NyXmlReadResult NyXmlReading::read(NyXmlObject& object)
+{
+    auto const listener = [this](std::size_t bytes) { return advance(bytes); };
+    if (m_theOptions.guard) {
+        NyXmlGuardedReader reader(m_theName, m_theInput, *m_theOptions.guard);
+        reader.setByteListener(listener);
+        m_theFaults.setMost(m_theOptions.guard->faults, [&reader] { reader.endReading(); });
+        readWith(reader, object);
+    } else {
+        NyXmlReader reader(m_theName, m_theInput); // exactly this class, which is the fastest
+        m_theInput.setListener(listener);
+        readWith(reader, object);
+    }
+    m_theFaults.flush(); // the reader may have complained when it went
+    if (m_theException)
+        std::rethrow_exception(m_theException);
+
+    m_theResult.faults = std::move(m_theFaults.faults());
+    m_theResult.notices = std::move(m_theFaults.notices());
+    worsen(m_theFaults.errorCode());
+    m_theResult.isWhole = m_isRootRead && m_isEndSeen && m_theResult.errorCode == 0 && !m_theResult.isCancelled &&
+                          std::none_of(m_theResult.faults.begin(), m_theResult.faults.end(), breaks);
+    return std::move(m_theResult);
+}
+
+template <class Reader>
+void NyXmlReading::readWith(Reader& reader, NyXmlObject& object)
+{
+    m_theOpenElements = [&reader] { return reader.openElements(); };
+    m_theFaults.setReader(&reader, m_theOpenElements);
+    if (m_theOptions.prepare)
+        m_theOptions.prepare(reader);
+    try {
+        readDocument(reader, object);
+    } catch (NyXmlEndOfReading const&) {
+        stop();
+    }
+    worsen(reader.errorCode());
+    m_theFaults.setReader(nullptr, nullptr); // what it says when it goes has no place
+}
+
+void NyXmlReading::readDocument(NyXmlReader& reader, NyXmlObject& object)
+{
+    reader.readXml();
+    m_theResult.doesVersionFit = reader.versionFlag();
+    if (!findRoot(reader, m_theOptions.root.empty() ? object.token() : m_theOptions.root))
+        return;
+    readObject(reader, object);
+    if (!m_theFaults.isClosed())
+        readRest(reader);
+}
+
+bool NyXmlReading::findRoot(NyXmlReader& reader, NyToken const& token)
+{
+    if (!isTag(reader.mode())) {
+        m_theFaults.flush();
+        if (m_theFile != nullptr && !m_theFile->error().empty())
+            m_theFaults.add(Kind::FILE_ERROR, "the file cannot be read: " + m_theFile->error());
+        else if (m_theFaults.faults().empty())
+            m_theFaults.add(Kind::ROOT, "there is no root");
+        return false;
+    }
+    std::string const& name = token;
+    if (m_theOptions.anyRoot || reader.element() == name)
+        return true;
+    m_theFaults.flush();
+    if (m_theFaults.errorCode() != 1) // a tag that is not well formed has no name
+        m_theFaults.add(Kind::ROOT, "the root should be " + name);
+    stop();
+    return false;
+}
+
+void NyXmlReading::readObject(NyXmlReader& reader, NyXmlObject& object)
+{
+    try {
+        object.read(reader);
+        m_isRootRead = true;
+    } catch (std::exception const& exception) {
+        m_theFaults.add(Kind::EXCEPTION, std::string("the object stopped reading: ") + exception.what());
+        stop();
+    }
+}
+
+// What the object has left: the rest of the root, if it was in a hurry, and what stands behind the root.
+void NyXmlReading::readRest(NyXmlReader& reader)
+{
+    dropAttributes(reader);
+    std::size_t open = m_theOpenElements().size();
+    if (reader.mode() == NyXmlFileReader::XML_READER_EMPTY_TAG)
+        --open;
+    Mode mode = reader.mode();
+    while (!isOver(mode) && !m_theFaults.isClosed()) {
+        mode = reader.readXml();
+        if (isTag(mode) && open == 0) {
+            m_theFaults.add(Kind::BEHIND_ROOT, "something stands behind the root: " + std::string(reader.element().token()));
+            stop();
+        }
+        open += mode == NyXmlFileReader::XML_READER_START_TAG ? 1 : 0;
+        open -= open != 0 && (mode == NyXmlFileReader::XML_READER_END_TAG || mode == NyXmlFileReader::XML_READER_CONTENT) ? 1 : 0;
+        while (reader.remainingNumOfAttributes() != 0)
+            reader.attributeValue();
+    }
+    if (mode != NyXmlFileReader::XML_READER_EOF || m_theFaults.isClosed())
+        return;
+    m_isEndSeen = true;
+    if (open != 0)
+        m_theFaults.add(Kind::BROKEN_OFF, "the document breaks off: the element is not closed");
+    examineEnd();
+}
+
+// Attributes of the element read last. Were another tag to follow, the reader would complain.
+void NyXmlReading::dropAttributes(NyXmlReader& reader)
+{
+    if (isOver(reader.mode()) || reader.remainingNumOfAttributes() == 0)
+        return;
+    m_theFaults.add(Kind::UNKNOWN_MEMBER, "attributes were not used: " + reader.attributeName().token());
+    worsen(2);
+    while (reader.remainingNumOfAttributes() != 0)
+        reader.attributeValue();
+}
+
+// What the core's reader passes over in silence.
+void NyXmlReading::examineEnd()
+{
+    if (m_theFile != nullptr && !m_theFile->error().empty())
+        m_theFaults.add(Kind::FILE_ERROR, "the file cannot be read to its end: " + m_theFile->error());
+    if (m_theInput.hasZeroByte())
+        m_theFaults.add(Kind::NOT_WELL_FORMED, "a zero byte hides what follows it");
+    else if (m_theInput.lastBlack() != '>')
+        m_theFaults.add(Kind::BEHIND_ROOT, "something stands behind the root: a tag that is not closed");
+}
+
+// 1 is worse than 2.
+void NyXmlReading::worsen(unsigned int code)
+{
+    if (code == 1 || m_theResult.errorCode == 0)
+        m_theResult.errorCode = code;
+}
+
+void NyXmlReading::stop() { m_theFaults.close(); }
+
+bool NyXmlReading::advance(std::size_t bytes)
+{
+    m_theBytes += bytes;
+    try {
+        if (m_theOptions.toSignals) {
+            auto& signals = Ny::Application::instance().connectionManager();
+            double const read = static_cast<double>(m_theBytes);
+            double const part = m_theTotal != 0 ? read / static_cast<double>(m_theTotal) : read;
+            (*Ny::namedSignal<Ny::SignalReadWriteProgressTraits>(signals))(part);
+            (*Ny::namedSignal<Ny::SignalReadWriteStatusTraits>(signals))(std::string());
+        }
+        m_theResult.isCancelled = m_theOptions.progress && !m_theOptions.progress(m_theBytes, m_theTotal);
+    } catch (...) {
+        m_theException = std::current_exception();
+        m_theResult.isCancelled = true;
+    }
+    if (m_theResult.isCancelled)
+        stop(); // what is said of the sudden end is no fault of the document
+    return !m_theResult.isCancelled;
+}

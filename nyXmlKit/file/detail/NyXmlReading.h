@@ -1,0 +1,64 @@
+// In-house, no part of the face.
+
+#ifndef NYXMLKIT_FILE_DETAIL_NYXMLREADING_H
+#define NYXMLKIT_FILE_DETAIL_NYXMLREADING_H
+
+#include <nyXml/reader/NyXmlFileReader.h>
+#include <nyXmlKit/file/NyXmlReadOptions.h>
+#include <nyXmlKit/file/NyXmlReadResult.h>
+#include <nyXmlKit/file/detail/NyXmlFaultCollector.h>
+#include <nyXmlKit/file/detail/NyXmlInputWatch.h>
+
+#include <cstdint>
+#include <exception>
+#include <iosfwd>
+#include <string>
+
+class NyXmlFileInput;
+class NyXmlObject;
+class NyXmlReader;
+
+/// One document on its way into an object.
+class NyXmlReading {
+public:
+    /// \param total  bytes of the document, 0 if nobody knows
+    NyXmlReading(std::string const& name, std::istream& stream, std::uint64_t total, NyXmlReadOptions const& options);
+
+    /// Who knows why the stream ended, if it is a file.
+    void setFile(NyXmlFileInput const* file) { m_theFile = file; }
+
+    /// Where all messages of this thread have to go while read() runs.
+    NyXmlFaultCollector& faults() { return m_theFaults; }
+
+    NyXmlReadResult read(NyXmlObject& object);
+
+private:
+    using Mode = NyXmlFileReader::XML_READER_MODE;
+
+    template <class Reader>
+    void readWith(Reader& reader, NyXmlObject& object);
+    void readDocument(NyXmlReader& reader, NyXmlObject& object);
+    bool findRoot(NyXmlReader& reader, NyToken const& token);
+    void readObject(NyXmlReader& reader, NyXmlObject& object);
+    void readRest(NyXmlReader& reader);
+    void dropAttributes(NyXmlReader& reader);
+    void examineEnd();
+    bool advance(std::size_t bytes);
+    void worsen(unsigned int code);
+    void stop();
+
+    std::string const m_theName;
+    NyXmlReadOptions const& m_theOptions;
+    NyXmlInputWatch m_theInput;
+    NyXmlFileInput const* m_theFile = nullptr;
+    std::uint64_t const m_theTotal;
+    std::uint64_t m_theBytes = 0;
+    NyXmlFaultCollector m_theFaults;
+    NyXmlFaultCollector::OpenElements m_theOpenElements;
+    NyXmlReadResult m_theResult;
+    std::exception_ptr m_theException; ///< thrown by the application's progress function
+    bool m_isRootRead = false;
+    bool m_isEndSeen = false;
+};
+
+#endif

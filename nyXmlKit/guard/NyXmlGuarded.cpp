@@ -1,0 +1,3 @@
+#include <nyXmlKit/guard/NyXmlGuarded.h>
+
+template class NyXmlGuarded<NyXmlReader>;

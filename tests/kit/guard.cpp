@@ -1,0 +1,74 @@
+#include "fileSupport.h"
+
+#include <nyXmlKit/guard/NyXmlGuarded.h>
+
+#include <gtest/gtest.h>
+
+#include <functional>
+
+#include <sys/stat.h>
+
+namespace {
+
+using Guard = NyXmlGuard;
+
+/// What ended the reading of a document, "limit line path", or how many faults there were.
+std::string endOf(NyXmlReadResult const& result)
+{
+    if (!result.has(NyXmlFault::Kind::LIMIT))
+        return std::to_string(result.faults.size()) + " faults";
+    NyXmlFault const& fault = result.faults.back();
+    static std::string const start = "limit broken: ";
+    std::size_t const name = fault.text.find(start) + start.size();
+    return fault.text.substr(name, fault.text.find(':', name) - name) + ' ' + std::to_string(fault.line) + ' ' + fault.path;
+}
+
+std::string nodes(int depth)
+{
+    std::string document;
+    for (int i = 0; i < depth; ++i)
+        document += i == 0 ? "<node>" : "<nodes size=\"1\"><element>";
+    document += "<value>1</value>";
+    for (int i = depth; i-- > 0;)
+        document += i == 0 ? "</node>" : "</element></nodes>";
+    return document;
+}
+
+// Each limit at its bound and one beyond it. What was read is kept.
+TEST(Guard, LimitsHoldExactly)
+{
+    std::string const names = "<v size='3'><element>abc</element><element a='12345' b='1' c='2'/><element>d</element></v>";
+    struct Row {
+        char const* name;
+        std::size_t Guard::*limit;
+        std::size_t most;
+        std::string document;
+        char const* end;
+    };
+    Row const rows[] = {
+        { "bytes", &Guard::bytes, names.size(), names, "bytes 1 " },
+        { "depth", &Guard::depth, 6, nodes(3), "depth 1 node/nodes/element/nodes/element/value" },
+        { "text", &Guard::text, 3, names, "text 1 v" },
+        { "attributes", &Guard::attributes, 3, names, "attributes 1 v/element" },
+        { "items", &Guard::items, 3, names, "items 1 v" },
+        { "faults", &Guard::faults, 1, names, "faults 1 v" },
+    };
+    for (Row const& row : rows) {
+        SCOPED_TRACE(row.name);
+        NyXmlReadOptions options;
+        options.anyRoot = true;
+        options.guard.emplace();
+        (*options.guard).*row.limit = row.most;
+        FileNode node;
+        NyXmlVectorType<NyXmlBasicType<std::string>> texts;
+        NyXmlObject& object = row.document[1] == 'n' ? static_cast<NyXmlObject&>(node) : texts;
+        EXPECT_EQ(endOf(readText(row.document, object, options)).find(" faults") != std::string::npos, true);
+        (*options.guard).*row.limit = row.most - 1;
+        NyXmlReadResult const result = readText(row.document, object, options);
+        EXPECT_EQ(endOf(result), row.end) << result.str();
+        EXPECT_FALSE(result.isWhole);
+        EXPECT_FALSE(result.isCancelled);
+    }
+}
+
+} // namespace
