@@ -22,6 +22,7 @@
 #include <nyXmlKit/model/NyXmlPolymorphic.h>
 #include <nyXmlKit/model/NyXmlRepeated.h>
 #include <nyXmlKit/model/NyXmlShared.h>
+#include <nyXmlKit/model/NyXmlVersioned.h>
 #include <nyXmlKit/model/NyXmlWord.h>
 #include <nyXmlKit/standard/NyXmlStandardReader.h>
 

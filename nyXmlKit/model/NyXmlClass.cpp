@@ -5,6 +5,7 @@
 #include <nyXmlKit/model/NyXmlMemberKind.h>
 
 #include <algorithm>
+#include <memory>
 #include <utility>
 
 namespace {
@@ -50,7 +51,11 @@ bool isByName(NyXmlClass::Member const& one, NyXmlClass::Member const& two) { re
 
 NyXmlModelKind::~NyXmlModelKind() = default;
 
-NyXmlClass::~NyXmlClass() { delete m_theMembers.load(); }
+NyXmlClass::~NyXmlClass()
+{
+    delete m_theMembers.load();
+    delete m_theVersioned.load();
+}
 
 NyXmlObject& NyXmlClass::object(NyXmlCompoundType const& compound, Member const& member) noexcept
 {
@@ -67,10 +72,8 @@ NyXmlOccurrence* NyXmlClass::occurrence(NyXmlCompoundType const& compound, Membe
 void NyXmlClass::publish(NyXmlCompoundType const& compound, std::vector<Member> registered) const
 {
     // Only what lies in the object is surely there in every other object of the class.
-    std::ptrdiff_t const begin = static_cast<char const*>(dynamic_cast<void const*>(&compound)) - bytesOf(compound);
-    std::ptrdiff_t const end = begin + static_cast<std::ptrdiff_t>(m_theSize);
-    auto const isInside = [&](Member const& member) { return member.distance >= begin && member.distance < end; };
-    if (!std::all_of(registered.begin(), registered.end(), isInside)) {
+    auto const isOurs = [&](Member const& member) { return isInside(compound, member.distance); };
+    if (!std::all_of(registered.begin(), registered.end(), isOurs)) {
         setVarying();
         return;
     }
@@ -95,4 +98,25 @@ void NyXmlClass::publish(NyXmlCompoundType const& compound, std::vector<Member> 
     Members const* none = nullptr;
     if (m_theMembers.compare_exchange_strong(none, members.get(), std::memory_order_acq_rel))
         members.release(); // ours from here; else another thread was faster
+}
+
+void NyXmlClass::publish(std::vector<Versioned> versioned) const
+{
+    auto published = std::make_unique<std::vector<Versioned>>(std::move(versioned));
+    std::vector<Versioned> const* none = nullptr;
+    if (m_theVersioned.compare_exchange_strong(none, published.get(), std::memory_order_acq_rel))
+        published.release(); // as above
+}
+
+std::vector<NyXmlClass::Versioned> const& NyXmlClass::versioned() const noexcept
+{
+    static std::vector<Versioned> const none;
+    std::vector<Versioned> const* const published = m_theVersioned.load(std::memory_order_acquire);
+    return published == nullptr ? none : *published;
+}
+
+bool NyXmlClass::isInside(NyXmlCompoundType const& compound, std::ptrdiff_t distance) const noexcept
+{
+    std::ptrdiff_t const begin = static_cast<char const*>(dynamic_cast<void const*>(&compound)) - bytesOf(compound);
+    return distance >= begin && distance < begin + static_cast<std::ptrdiff_t>(m_theSize);
 }

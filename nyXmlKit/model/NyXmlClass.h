@@ -6,18 +6,31 @@
 
 #include <atomic>
 #include <cstddef>
-#include <memory>
+#include <cstdint>
+#include <functional>
+#include <string>
 #include <typeinfo>
 #include <vector>
 
 class NyXmlCompoundType;
 class NyXmlObject;
 class NyXmlOccurrence;
+class NyXmlReader;
 
 /// In which order an object writes its attributes, and behind them its elements.
 enum class NyXmlOrder {
     byName,       ///< in ascending byte order of their names, as every compound does
     asRegistered, ///< a derived class's behind those of its base
+};
+
+/// Versions of a document, both ends included.
+struct NyXmlVersions {
+    static constexpr unsigned int latest = ~0u;
+
+    unsigned int first;
+    unsigned int last;
+
+    constexpr bool hold(unsigned int version) const noexcept { return first <= version && version <= last; }
 };
 
 /// What all objects of one class have in common: what they register, and where in the object each member lies.
@@ -47,11 +60,24 @@ public:
         bool hasReadOnly = false;
     };
 
-    /// \param size  of an object, in bytes
-    NyXmlClass(std::type_info const& type, NyXmlOrder order, std::size_t size) noexcept
+    /// Reads an element or an attribute into an object of the class.
+    using ReadOld = std::function<void(NyXmlCompoundType& compound, NyXmlReader& reader, bool isAttribute)>;
+
+    /// A name that was registered for some versions of the document alone, see NyXmlVersioned.
+    struct Versioned {
+        bool isAttribute;
+        std::string name;
+        NyXmlVersions versions;
+        ReadOld read; ///< empty for what nobody wants any more
+    };
+
+    /// \param size     of an object, in bytes
+    /// \param version  of the documents that the class writes, or 0
+    NyXmlClass(std::type_info const& type, NyXmlOrder order, std::size_t size, unsigned int version = 0) noexcept
         : m_theType(type),
           m_theOrder(order),
-          m_theSize(size)
+          m_theSize(size),
+          m_theVersion(version)
     {}
     ~NyXmlClass();
     NyXmlClass(NyXmlClass const&) = delete;
@@ -59,6 +85,12 @@ public:
 
     std::type_info const& type() const noexcept { return m_theType; }
     NyXmlOrder order() const noexcept { return m_theOrder; }
+    unsigned int version() const noexcept { return m_theVersion; }
+    /// The version that registrations are made for: ours, or the latest.
+    unsigned int currentVersion() const noexcept { return m_theVersion == 0 ? NyXmlVersions::latest : m_theVersion; }
+
+    /// As registered by the first object; none before.
+    std::vector<Versioned> const& versioned() const noexcept;
 
     /// Null before the first object was initialised, and for a varying class.
     Members const* members() const noexcept
@@ -75,12 +107,16 @@ public:
 private:
     friend class NyXmlRegistrar;
     void publish(NyXmlCompoundType const& compound, std::vector<Member> registered) const;
+    void publish(std::vector<Versioned> versioned) const;
+    bool isInside(NyXmlCompoundType const& compound, std::ptrdiff_t distance) const noexcept;
     void setVarying() const noexcept { m_isVarying.store(true, std::memory_order_relaxed); }
 
     std::type_info const& m_theType;
     NyXmlOrder m_theOrder;
     std::size_t m_theSize;
-    mutable std::atomic<Members const*> m_theMembers{ nullptr }; ///< ours
+    unsigned int m_theVersion;
+    mutable std::atomic<Members const*> m_theMembers{ nullptr };                  ///< ours
+    mutable std::atomic<std::vector<Versioned> const*> m_theVersioned{ nullptr }; ///< ours
     mutable std::atomic<bool> m_isVarying{ false };
 };
 

@@ -173,7 +173,7 @@ public:
     {
         static_assert(std::is_base_of_v<NyXmlModel, Self>, "NyXmlModel<Self> is the base of class Self itself");
         static_assert(hasOwnName(), "a model class says its name: static constexpr auto xmlName = \"namespace#name\";");
-        static NyXmlClass const theClass(typeid(Self), orderOf<Self>(0), sizeof(Self));
+        static NyXmlClass const theClass(typeid(Self), orderOf<Self>(0), sizeof(Self), versionOf<Self>(0));
         return theClass;
     }
     void registerBases() override
@@ -208,7 +208,62 @@ protected:
         NyXmlRegistrar::enter(*this, true, Self::xmlName, theName, &theMember);
     }
 
+    // For classes over NyXmlVersioned: registrations that hold in some versions of the document. `since(2)`, `until(3)`, `between(2, 3)`.
+
+    template <class Member>
+    void element(char const* theName, Member& theMember, NyXmlVersions theVersions)
+    {
+        if (enterVersioned(false, theName, theMember, theVersions))
+            element(theName, theMember);
+    }
+    template <class Member>
+    void attribute(char const* theName, Member& theMember, NyXmlVersions theVersions)
+    {
+        if (enterVersioned(true, theName, theMember, theVersions))
+            attribute(theName, theMember);
+    }
+    /// A name of older documents that means nothing any more: passed over in silence.
+    void oldElement(char const* theName, NyXmlVersions theVersions)
+    {
+        NyXmlRegistrar::enterOld(*this, false, theName, theVersions, nullptr);
+    }
+    void oldAttribute(char const* theName, NyXmlVersions theVersions)
+    {
+        NyXmlRegistrar::enterOld(*this, true, theName, theVersions, nullptr);
+    }
+    /// A name of older documents: read into an object of class Old, which is then lifted into what the class holds now.
+    template <class Old>
+    void oldElement(char const* theName, NyXmlVersions theVersions, void (*theLift)(Self& self, Old const& old))
+    {
+        NyXmlRegistrar::enterOld(*this, false, theName, theVersions, readOld(theLift));
+    }
+    template <class Old>
+    void oldAttribute(char const* theName, NyXmlVersions theVersions, void (*theLift)(Self& self, Old const& old))
+    {
+        NyXmlRegistrar::enterOld(*this, true, theName, theVersions, readOld(theLift));
+    }
+
 private:
+    template <class Member>
+    bool enterVersioned(bool isAttribute, char const* theName, Member& theMember, NyXmlVersions theVersions)
+    {
+        static_assert(std::is_base_of_v<NyXmlObject, Member>,
+                      "a member is an object: NyXmlBasicType<double>, say, and no plain double");
+        return NyXmlRegistrar::enterVersioned(*this, this->xmlClass(), isAttribute, theName, theVersions, &theMember);
+    }
+    template <class Old>
+    static NyXmlClass::ReadOld readOld(void (*theLift)(Self& self, Old const& old))
+    {
+        return [theLift](NyXmlCompoundType& theCompound, NyXmlReader& theReader, bool isAttribute) {
+            Old theOld;
+            if (isAttribute)
+                theOld.readAttribute(theReader);
+            else
+                theOld.read(theReader);
+            theLift(static_cast<Self&>(theCompound), theOld);
+        };
+    }
+
     template <class Class>
     static constexpr bool isDefined(void (Class::*)())
     {
@@ -228,6 +283,17 @@ private:
     static constexpr NyXmlOrder orderOf(long)
     {
         return NyXmlOrder::byName;
+    }
+    template <class Class>
+    static constexpr auto versionOf(int) -> decltype(+Class::xmlVersion)
+    {
+        static_assert(Class::xmlVersion > 0, "versions of documents count from 1");
+        return Class::xmlVersion;
+    }
+    template <class>
+    static constexpr unsigned int versionOf(long)
+    {
+        return 0;
     }
     template <class Class>
     static constexpr auto nameOf(int) -> decltype(&Class::xmlName)

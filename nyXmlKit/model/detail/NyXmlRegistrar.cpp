@@ -18,6 +18,12 @@ namespace {
 // Asked twice for each registration, so it must not cost a call.
 thread_local NyXmlRegistrar* theRegistrar __attribute__((tls_model("initial-exec"))) = nullptr;
 
+std::ptrdiff_t distanceOf(NyXmlCompoundType const& compound, NyXmlObject const* object) noexcept
+{
+    return static_cast<char const*>(static_cast<void const*>(object)) -
+           static_cast<char const*>(static_cast<void const*>(&compound));
+}
+
 std::string readableName(std::type_info const& type)
 {
     int status = 0;
@@ -68,7 +74,8 @@ NyXmlRegistrar::NyXmlRegistrar(NyXmlCompoundType& compound, NyXmlModelKind& kind
       m_theKind(kind),
       m_theClass(kind.xmlClass()),
       m_theKnown(m_theClass.members()),
-      m_theOuter(theRegistrar)
+      m_theOuter(theRegistrar),
+      m_notesVersions(m_theClass.versioned().empty())
 {
     theRegistrar = this;
     if (typeid(compound) != m_theClass.type()) {
@@ -85,6 +92,8 @@ NyXmlRegistrar::~NyXmlRegistrar()
 {
     registerBasesOnce(); // nothing was registered by the class itself
     theRegistrar = m_theOuter;
+    if (!m_theVersioned.empty())
+        m_theClass.publish(std::move(m_theVersioned));
     if (m_differs || (m_theKnown != nullptr && m_theNext != m_theKnown->registered.size()))
         m_theClass.setVarying();
     else if (m_theKnown == nullptr && !m_theClass.isVarying())
@@ -121,6 +130,39 @@ void NyXmlRegistrar::enter(NyXmlCompoundType& compound, bool isAttribute, char c
     registrar->m_theScope = outerScope;
 }
 
+NyXmlRegistrar* NyXmlRegistrar::noterOfVersions(NyXmlCompoundType const& compound)
+{
+    NyXmlRegistrar* const registrar = theRegistrar;
+    if (registrar == nullptr || &registrar->m_theCompound != &compound)
+        return nullptr;
+    registrar->registerBasesOnce();
+    return registrar->m_notesVersions ? registrar : nullptr;
+}
+
+bool NyXmlRegistrar::enterVersioned(NyXmlCompoundType& compound, NyXmlClass const& ofClass, bool isAttribute, char const* name,
+                                    NyXmlVersions versions, NyXmlObject* object)
+{
+    std::ptrdiff_t const distance = distanceOf(compound, object);
+    if (NyXmlRegistrar* const noter = noterOfVersions(compound); noter != nullptr && ofClass.isInside(compound, distance)) {
+        auto const read = [distance](NyXmlCompoundType& into, NyXmlReader& reader, bool asAttribute) {
+            NyXmlObject& member = NyXmlClass::object(into, { asAttribute, false, NyToken(), distance, nullptr, 0 });
+            if (asAttribute)
+                member.readAttribute(reader);
+            else
+                member.read(reader);
+        };
+        noter->m_theVersioned.push_back({ isAttribute, name, versions, read });
+    }
+    return versions.hold(ofClass.currentVersion());
+}
+
+void NyXmlRegistrar::enterOld(NyXmlCompoundType& compound, bool isAttribute, char const* name, NyXmlVersions versions,
+                              NyXmlClass::ReadOld read)
+{
+    if (NyXmlRegistrar* const noter = noterOfVersions(compound))
+        noter->m_theVersioned.push_back({ isAttribute, name, versions, std::move(read) });
+}
+
 void NyXmlRegistrar::note(NyXmlCompoundType const& compound, NyXmlClass const& ofClass, bool isAttribute, bool isReadOnly,
                           NyToken const& token, NyXmlObject* object)
 {
@@ -130,8 +172,7 @@ void NyXmlRegistrar::note(NyXmlCompoundType const& compound, NyXmlClass const& o
         return;
     }
     registrar->registerBasesOnce();
-    std::ptrdiff_t const distance = static_cast<char const*>(static_cast<void const*>(object)) -
-                                    static_cast<char const*>(static_cast<void const*>(&compound));
+    std::ptrdiff_t const distance = distanceOf(compound, object);
     if (registrar->m_theKnown == nullptr) {
         registrar->m_theNoted.push_back(
             { isAttribute, isReadOnly, token, distance, registrar->m_theScope, NyXmlClass::noOccurrence });

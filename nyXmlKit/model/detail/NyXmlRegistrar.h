@@ -29,6 +29,15 @@ public:
     /// \param scope  name of the class, whose namespace is the element's
     static void enter(NyXmlCompoundType& compound, bool isAttribute, char const* scope, char const* name, NyXmlObject* object);
 
+    /// Notes a member that the document has in some versions alone.
+    /// \return whether it is one of the present version, to be registered as well
+    static bool enterVersioned(NyXmlCompoundType& compound, NyXmlClass const& ofClass, bool isAttribute, char const* name,
+                               NyXmlVersions versions, NyXmlObject* object);
+
+    /// Notes a name of older versions. \param read  may be empty
+    static void enterOld(NyXmlCompoundType& compound, bool isAttribute, char const* name, NyXmlVersions versions,
+                         NyXmlClass::ReadOld read);
+
     /// Looks at a registration before the core does.
     static void note(NyXmlCompoundType const& compound, NyXmlClass const& ofClass, bool isAttribute, bool isReadOnly,
                      NyToken const& token, NyXmlObject* object);
@@ -39,6 +48,7 @@ private:
         return m_theKnown != nullptr && m_theNext < m_theKnown->registered.size() ? &m_theKnown->registered[m_theNext] : nullptr;
     }
     void registerBasesOnce();
+    static NyXmlRegistrar* noterOfVersions(NyXmlCompoundType const& compound);
 
     NyXmlCompoundType& m_theCompound;
     NyXmlModelKind& m_theKind;
@@ -50,6 +60,8 @@ private:
     bool m_hasBases = false; ///< registered, or being registered
     bool m_differs = false;
     std::vector<NyXmlClass::Member> m_theNoted;
+    std::vector<NyXmlClass::Versioned> m_theVersioned;
+    bool m_notesVersions; ///< we are the first of our class
 };
 
 /// What NyXmlModel does alike for every class.
