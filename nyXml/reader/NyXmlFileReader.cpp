@@ -73,17 +73,9 @@ void NyXmlFileReader::copyState(NyXmlFileReader const& other)
 NyXmlFileReader::~NyXmlFileReader()
 {
     if (m_theElementStack.size() > 1)
-        lastFault("file not well formed.\n\tSome start tags not closed with end tag.");
+        fault("file not well formed.\n\tSome start tags not closed with end tag.");
     if (m_theAttributes.remaining() != 0)
-        lastFault("file not well formed.\n\tSome attribute were not used.");
-}
-
-// A handler that throws, or no memory for the message, must not end the process.
-void NyXmlFileReader::lastFault(char const* text) noexcept
-{
-    try {
-        fault(text);
-    } catch (...) {}
+        fault("file not well formed.\n\tSome attribute were not used.");
 }
 
 std::istream& NyXmlFileReader::stream() const { return *m_theStream; }
