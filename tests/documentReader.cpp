@@ -32,10 +32,15 @@ TEST(DocumentReader, LinkStartsAtTheDocumentThatHoldsIt)
         { "a/b.xml", "d/c.xml", "a\\d/c.xml" },
         { "a\\d/c.xml", "e.xml", "a\\d/e.xml" },
         { "a/b.xml", "/c.xml", "/c.xml" },
-        { "a/b.xml", "C:\\d\\c.xml", "C:\\d\\c.xml" },
+        { "a/b.xml", "C:\\d\\c.xml", "C:\\d/c.xml" },
+        { "a/b.xml", "/d\\c.xml", "/d/c.xml" },
+        { "a/b.xml", "c:c.xml", "c:c.xml" },
+        { "a/b.xml", "\\c.xml", "a/c.xml" },
         { "a/b.xml", "D:/d/c.xml", "a\\D:/d/c.xml" },
         { "http://h/a/b.xml", "d/c.xml", "http://h/a\\d/c.xml" },
-        { "http://h/a/b.xml", "/d/c.xml", "/d/c.xml" },
+        { "http://h/a/b.xml", "/d/c.xml", "http://h//d/c.xml" },
+        { "http://h/a/b.xml", "/c.xml", "http://h/a/c.xml" },
+        { "http://h/a/b.xml", "c:c.xml", "http://h/a/c:c.xml" },
         { "http://h/a/b.xml", "http://g:80\\d\\e/c.xml", "http://g:80/d\\e/c.xml" },
         { "a/b.xml", "http://g", "http://g/" },
     };
@@ -44,6 +49,35 @@ TEST(DocumentReader, LinkStartsAtTheDocumentThatHoldsIt)
         EXPECT_EQ(Open<OpenReader>("", 0, row.document).reader.pathOfLink(row.href, remote), row.path) << row.document;
         EXPECT_EQ(remote, std::string(row.path).find("http://") == 0) << row.path;
     }
+}
+
+// A subclass knows documents by names of its own, and calls its link elements as it likes.
+TEST(DocumentReader, LinksGoThroughOverrides)
+{
+    class Catalogue : public NyXmlReader {
+    public:
+        explicit Catalogue(std::string const& directory) : m_directory(directory) {}
+        NyToken const& element() const override
+        {
+            return NyXmlReader::element() == NyToken("link") ? m_include : NyXmlReader::element();
+        }
+        void parseHref(std::string const& href, std::string& host, std::string& directory, std::string& file) override
+        {
+            NyXmlReader::parseHref(href == "/part" ? m_directory + "/p.xml" : href, host, directory, file);
+        }
+
+    private:
+        std::string const m_directory;
+        NyToken const m_include = "NyInclude";
+    };
+    Messages messages;
+    ScratchDirectory const directory;
+    directory.write("p.xml", "<p>text</p>");
+    std::istringstream stream("<a><link type='simple' href='/part'/><b/></a>");
+    Catalogue reader(directory.path());
+    reader.open("a.xml", stream);
+    EXPECT_EQ(eventsLeft(reader), "start a | start p | content text | empty b | end | eof");
+    EXPECT_EQ(messages.text(), "");
 }
 
 // What a report of a fault needs. Where an included document stands, its include element does not.

@@ -2,6 +2,8 @@
 
 #include "ReaderSupport.h"
 
+#include <nyXml/reader/NyXmlReader.h>
+
 #include <gtest/gtest.h>
 
 #include <string>
@@ -107,6 +109,26 @@ TEST(ReaderEvents, ErrorIsFinalAndLeftAttributesAreNot)
     messages.take();
     EXPECT_EQ(faulty.reader.readXml(), NyXmlFileReader::XML_READER_ERROR);
     EXPECT_EQ(messages.take(), "NyXmlFileReader Error: error mode encountered.\n\tFile: doc.xml\n\tLine: 1\n");
+}
+
+// Whoever stops at the first message by throwing gets the exception from a reading call, and none that ends the process.
+TEST(ReaderEvents, HandlerThatThrowsMeetsAQuietDestructor)
+{
+    struct Stop {};
+    int told = 0;
+    Ny::Print::ThreadScope const scope([&told](int, std::string const&, std::string const&) {
+        ++told;
+        throw Stop();
+    });
+    {
+        Open<> open("<a b='1'><c d='2'/></a>", 1);
+        EXPECT_THROW(open.reader.readXml(), Stop);
+    }
+    {
+        Open<NyXmlReader> open("<a><b><c d='2'/></b></a>", 3);
+        EXPECT_EQ(told, 2);
+    }
+    EXPECT_EQ(told, 4) << "the second complaint comes although the first was thrown back";
 }
 
 TEST(ReaderEvents, PrefixStaysBoundToItsFirstText)

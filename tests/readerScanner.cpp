@@ -4,9 +4,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <stdexcept>
 #include <streambuf>
 #include <string>
+#include <utility>
 
 namespace {
 
@@ -38,6 +40,38 @@ TEST(ReaderScanner, LinesAcrossBlocks)
     EXPECT_EQ(line('<', true), " in line 2");
     EXPECT_EQ(line('<', true), "cut: \n\nrest\n in line 2"); // what has no end does not count
     EXPECT_EQ(line('<', true), "cut:  in line 2");
+}
+
+// Two thousand million empty lines, then the rest.
+class EmptyLines : public std::streambuf {
+public:
+    explicit EmptyLines(std::string rest) : m_rest(std::move(rest)) {}
+
+protected:
+    std::streamsize xsgetn(char* target, std::streamsize count) override
+    {
+        std::streamsize const lines = std::min(count, m_left);
+        std::fill_n(target, lines, '\n');
+        m_left -= lines;
+        std::size_t const more = m_rest.copy(target + lines, static_cast<std::size_t>(count - lines));
+        m_rest.erase(0, more);
+        return lines + static_cast<std::streamsize>(more);
+    }
+
+private:
+    std::streamsize m_left = std::streamsize{ 1 } << 31;
+    std::string m_rest;
+};
+
+TEST(ReaderScanner, LinesStayAtTheLargestNumber)
+{
+    EmptyLines buffer(">\n<a>\n</a>");
+    std::istream stream(&buffer);
+    NyXmlFileReader reader("doc.xml", stream);
+    reader.getEndTagFast();
+    EXPECT_EQ(reader.lineCountOfFile(), 2147483647);
+    EXPECT_EQ(eventsLeft(reader), "start a | end | eof");
+    EXPECT_EQ(reader.lineCountOfFile(), 2147483647);
 }
 
 TEST(ReaderScanner, ZeroByteDropsTheRestOfItsRead)

@@ -73,9 +73,17 @@ void NyXmlFileReader::copyState(NyXmlFileReader const& other)
 NyXmlFileReader::~NyXmlFileReader()
 {
     if (m_theElementStack.size() > 1)
-        fault("file not well formed.\n\tSome start tags not closed with end tag.");
+        lastFault("file not well formed.\n\tSome start tags not closed with end tag.");
     if (m_theAttributes.remaining() != 0)
-        fault("file not well formed.\n\tSome attribute were not used.");
+        lastFault("file not well formed.\n\tSome attribute were not used.");
+}
+
+// A handler that throws, or no memory for the message, must not end the process.
+void NyXmlFileReader::lastFault(char const* text) noexcept
+{
+    try {
+        fault(text);
+    } catch (...) {}
 }
 
 std::istream& NyXmlFileReader::stream() const { return *m_theStream; }

@@ -79,7 +79,8 @@ public:
     NyXmlFileReader(NyXmlFileReader const& other);
 
     /// Complains about what the document left behind: more than one open element, or attributes that nobody took. One open element, the
-    /// root, draws no complaint, for an application may stop inside it. Leaves the stream alone.
+    /// root, draws no complaint, for an application may stop inside it. Leaves the stream alone. Throws nothing, whatever a print
+    /// handler does.
     virtual ~NyXmlFileReader();
 
     /// Goes to the next event. \return the new mode; XML_READER_ERROR after a fault of the document, see the class
@@ -136,7 +137,7 @@ public:
     /// Lets content() give one word per call. Falls back to false when a start tag is left behind.
     virtual void setContentVectorFlag(bool flag);
 
-    /// Line of the cursor, from 1. A best effort after a fast path, which skips newlines inside its own token.
+    /// Line of the cursor, from 1, at most 2147483647. A best effort after a fast path, which skips newlines inside its own token.
     virtual int lineCountOfFile() const;
 
     /// Skips the element that has just started, with all that is in it; its attributes are dropped in silence.
@@ -308,6 +309,7 @@ private:
     void declareNamespace(std::string const& name, std::string const& value);
     XML_READER_MODE concludeText(XML_READER_MODE mode, std::size_t texts);
     XML_READER_MODE fault(char const* text);
+    void lastFault(char const* text) noexcept;
     bool refuse(char const* text)
     {
         fault(text);

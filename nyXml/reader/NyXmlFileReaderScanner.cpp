@@ -10,6 +10,7 @@
 #include <cstring>
 #include <ios>
 #include <istream>
+#include <limits>
 
 namespace {
 
@@ -18,17 +19,17 @@ constexpr std::size_t readSize = 0x3fff; // the last byte of the buffer is a zer
 
 // Hot: once for every byte that is read. The inner loop has a fixed number of rounds and a sum of one byte, which is what a compiler needs
 // to take sixteen bytes at a time.
-int newlinesIn(char const* text, std::size_t size)
+std::size_t newlinesIn(char const* text, std::size_t size)
 {
     constexpr std::size_t stride = 128; // a sum of one byte must not overflow
-    int count = 0;
+    std::size_t count = 0;
     for (; size >= stride; text += stride, size -= stride) {
         unsigned char sum = 0;
         for (std::size_t i = 0; i != stride; ++i)
             sum = static_cast<unsigned char>(sum + (text[i] == '\n' ? 1 : 0));
         count += sum;
     }
-    return count + static_cast<int>(std::count(text, text + size, '\n'));
+    return count + static_cast<std::size_t>(std::count(text, text + size, '\n'));
 }
 
 } // namespace
@@ -41,7 +42,9 @@ void NyXmlFileReader::countLines() const
 {
     std::size_t const end = std::min(m_theIndex, m_theBlock.size());
     if (end > m_theCounted) {
-        m_theLineCount += newlinesIn(m_theBlock.data() + m_theCounted, end - m_theCounted);
+        auto const linesLeft = static_cast<std::size_t>(std::numeric_limits<int>::max() - m_theLineCount);
+        std::size_t const lines = newlinesIn(m_theBlock.data() + m_theCounted, end - m_theCounted);
+        m_theLineCount += static_cast<int>(std::min(lines, linesLeft)); // a document of more lines stays at the last number
         m_theCounted = end;
     }
 }

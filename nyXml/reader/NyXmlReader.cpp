@@ -24,7 +24,7 @@ bool isInclude(NyToken const& element) { return element == includeToken; }
 
 constexpr int faultType = Ny::Print::FAULT;
 
-/// Such a path leads to the same file from every document.
+/// Such a link or directory does not start at the document that holds it.
 bool isAbsolute(std::string const& path)
 {
     return path.compare(0, 2, "c:") == 0 || path.compare(0, 2, "C:") == 0 || path.compare(0, 1, "/") == 0;
@@ -192,7 +192,7 @@ bool NyXmlReader::closeFileTest()
 bool NyXmlReader::openFileTest()
 {
     // Whatever the mode: a child that stands between an include's tags is an include's end, too.
-    if (!isInclude(m_theTop->NyXmlFileReader::element()))
+    if (!isInclude(element()))
         return false;
 
     m_theCheckVersionFlag = true;
@@ -248,20 +248,20 @@ std::string NyXmlReader::pathOfLink(std::string const& href, bool& remote)
 {
     std::string host, directory, file;
     parseHref(href, host, directory, file);
-    remote = false;
-    if (host.empty() && isAbsolute(href))
-        return href;
-
     std::string parentHost, parentDirectory, parentFile;
     parseHref(filename(), parentHost, parentDirectory, parentFile);
     if (host.empty())
         host = parentHost;
     else
         parentDirectory.clear();
-    if (!parentDirectory.empty())
-        directory = directory.empty() ? parentDirectory : parentDirectory + '\\' + directory;
 
     remote = !host.empty();
+    bool const isFileOfRoot = directory.empty() && isAbsolute(href) && (href == file || href == '/' + file);
+    if (!remote && isFileOfRoot)
+        return href; // a file directly below `/` or `c:` has no directory that would say so
+
+    if (!isAbsolute(directory) && !parentDirectory.empty())
+        directory = directory.empty() ? parentDirectory : parentDirectory + '\\' + directory;
     std::string path;
     if (!host.empty())
         path += host + '/';

@@ -180,9 +180,10 @@ protected:
     /// The factory of a reader that was given none: a new NyXmlFactory.
     virtual NyBaseXmlFactory* newFactory() const;
 
-    /// Where a link leads from the present document. A relative one begins at that document's host and directory, and a backslash joins
-    /// the two directories: "d/c.xml" in "a/b.xml" is "a\d/c.xml". One that begins with `/` or `c:` is taken as it stands, one with a
-    /// host of its own begins there.
+    /// Where a link leads from the present document, by the parts that parseHref() gives of both. A relative link begins at that
+    /// document's host and directory, and a backslash joins the two directories: "d/c.xml" in "a/b.xml" is "a\d/c.xml". One whose
+    /// directory begins with `/` or `c:` takes the host alone: "/d/c.xml" in "http://h/a/b.xml" is "http://h//d/c.xml". One with a host
+    /// of its own takes nothing. In a local document "/c.xml" and "c:c.xml" are taken as they stand.
     ///
     /// \param remote  set to whether the path has a host and is read over HTTP
     std::string pathOfLink(std::string const& href, bool& remote);
