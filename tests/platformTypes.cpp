@@ -9,6 +9,7 @@
 #include <cmath>
 #include <iomanip>
 #include <limits>
+#include <random>
 #include <sstream>
 #include <string>
 #include <utility>
@@ -28,12 +29,29 @@ TEST(PlatformTypes, NumbersHaveTheShortestTextThatReadsBack)
     EXPECT_EQ(NyINT2STRING(std::numeric_limits<int>::min()), "-2147483648");
 }
 
+NyOrientation normalized(NyOrientation orientation)
+{
+    orientation.normalize();
+    return orientation;
+}
+
+// A document of rotations has to stay the same however often it is read and written.
+TEST(PlatformTypes, NormalizingTwiceIsNormalizingOnce)
+{
+    std::mt19937 random(3);
+    std::normal_distribution<double> component;
+    for (int i = 0; i < 2000; ++i) {
+        NyOrientation const once =
+            normalized(NyOrientation(component(random), component(random), component(random), component(random)));
+        EXPECT_EQ(normalized(once), once);
+        NyOrientation const off(once.q0() * (1 + 1e-14), once.q1() * (1 + 1e-14), once.q2() * (1 + 1e-14),
+                                once.q3() * (1 + 1e-14));
+        EXPECT_NE(normalized(off), off) << "more than rounding";
+    }
+}
+
 TEST(PlatformTypes, NormalizeReachesUnitLengthFromAnySize)
 {
-    auto const normalized = [](NyOrientation orientation) {
-        orientation.normalize();
-        return orientation;
-    };
     for (double size : { 2.0, 3e-200, 1e200, 4e-320, 1.7e308 })
         EXPECT_EQ(normalized(NyOrientation(size, -size, size, -size)), NyOrientation(0.5, -0.5, 0.5, -0.5)) << size;
     for (NyOrientation const& kept : { NyOrientation(0, 0, 0, 0), NyOrientation(infinity, 1, 2, 3) })

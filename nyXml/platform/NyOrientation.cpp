@@ -2,10 +2,21 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
+
+namespace {
+
+// What division by the length leaves is off by no more than this, so that to normalise twice is to normalise once, and a document
+// stays the same however often it is read and written.
+constexpr double roundingOfSquaredLength = 8 * std::numeric_limits<double>::epsilon();
+
+} // namespace
 
 void NyOrientation::normalize() noexcept
 {
     if (!std::isfinite(m_q0) || !std::isfinite(m_q1) || !std::isfinite(m_q2) || !std::isfinite(m_q3))
+        return;
+    if (std::fabs(m_q0 * m_q0 + m_q1 * m_q1 + m_q2 * m_q2 + m_q3 * m_q3 - 1.0) <= roundingOfSquaredLength)
         return;
     double const largest = std::max({ std::fabs(m_q0), std::fabs(m_q1), std::fabs(m_q2), std::fabs(m_q3) });
     if (largest == 0.0)

@@ -16,8 +16,8 @@ public:
     constexpr double q3() const noexcept { return m_q3; }
     void set(double q0, double q1, double q2, double q3) noexcept { *this = NyOrientation(q0, q1, q2, q3); }
 
-    /// Scales to unit length, however small or large the components are. All zero stays as it is, and so does what holds an
-    /// infinity or a NaN.
+    /// Scales to unit length, however small or large the components are. What has it within rounding stays as it is, all zero does,
+    /// and so does what holds an infinity or a NaN.
     void normalize() noexcept;
 
     /// Exact, without a tolerance: a quaternion and its negative are unequal although they turn alike.
