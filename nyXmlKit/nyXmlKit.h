@@ -25,6 +25,5 @@
 #include <nyXmlKit/model/NyXmlVersioned.h>
 #include <nyXmlKit/model/NyXmlWord.h>
 #include <nyXmlKit/standard/NyXmlStandardReader.h>
-#include <nyXmlKit/standard/NyXmlStandardWriter.h>
 
 #endif

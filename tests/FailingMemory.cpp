@@ -8,15 +8,24 @@ namespace {
 
 thread_local bool isArmed = false;
 thread_local unsigned int left = 0;
+thread_local long blocks = 0;
 
 void* allocate(std::size_t size)
 {
     bool const fails = isArmed && left-- == 0;
     void* const memory = fails ? nullptr : std::malloc(size != 0 ? size : 1);
-    if (memory != nullptr)
+    if (memory != nullptr) {
+        ++blocks;
         return memory;
+    }
     isArmed = false;
     throw std::bad_alloc();
+}
+
+void release(void* memory) noexcept
+{
+    blocks -= memory != nullptr;
+    std::free(memory);
 }
 
 } // namespace
@@ -31,10 +40,12 @@ FailingMemory::~FailingMemory() { isArmed = false; }
 
 bool FailingMemory::hasFailed() const { return !isArmed; }
 
+long FailingMemory::liveBlocks() { return blocks; }
+
 // The library's allocations come here, too.
 void* operator new(std::size_t size) { return allocate(size); }
 void* operator new[](std::size_t size) { return allocate(size); }
-void operator delete(void* memory) noexcept { std::free(memory); }
-void operator delete[](void* memory) noexcept { std::free(memory); }
-void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
-void operator delete[](void* memory, std::size_t) noexcept { std::free(memory); }
+void operator delete(void* memory) noexcept { release(memory); }
+void operator delete[](void* memory) noexcept { release(memory); }
+void operator delete(void* memory, std::size_t) noexcept { release(memory); }
+void operator delete[](void* memory, std::size_t) noexcept { release(memory); }

@@ -11,6 +11,9 @@ public:
 
     /// Whether it came to that.
     bool hasFailed() const;
+
+    /// How many blocks this thread has allocated more than it has released.
+    static long liveBlocks();
 };
 
 #endif

@@ -37,8 +37,14 @@ void NyXmlBaseVariableCompoundType::accept(NyXmlObjectVisitor* visitor) const { 
 
 bool NyXmlBaseVariableCompoundType::xmlInit()
 {
+    bool const wasInitialized = xmlInitialized();
     NyXmlObject::xmlInit();
-    registerComponents();
+    try {
+        registerComponents();
+    } catch (...) { // half registered is not initialised: the next use begins anew
+        setXmlInitialized(wasInitialized);
+        throw;
+    }
     return true;
 }
 

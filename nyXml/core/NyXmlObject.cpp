@@ -9,8 +9,15 @@ namespace {
 // Initialisation is lazy, and writing a fresh object has to trigger it: the one place where a const object changes.
 void initialise(NyXmlObject const& object)
 {
-    if (!object.xmlInitialized())
-        const_cast<NyXmlObject&>(object).xmlInit();
+    if (object.xmlInitialized())
+        return;
+    auto& changed = const_cast<NyXmlObject&>(object);
+    try {
+        changed.xmlInit();
+    } catch (...) { // half initialised is not initialised: the next use begins anew
+        changed.setXmlInitialized(false);
+        throw;
+    }
 }
 
 } // namespace

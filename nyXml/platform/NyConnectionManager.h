@@ -33,9 +33,20 @@ public:
 template <class Traits>
 class NYXML_EXPORT ConnectionImpl : public Connection {
 public:
-    explicit ConnectionImpl(boost::signals2::connection const& connection) : m_Connection(connection) {}
+    /// Becomes the one that keeps \p slot connected to \p signal.
+    template <class SignalType>
+    void connect(SignalType& signal, int group, boost::function<typename Traits::Signature> slot)
+    {
+        // Memory may run out when the signal knows the slot already, and nobody would hold a connection then. But the slot is
+        // called only as long as what it watches is there.
+        auto const whole = boost::make_shared<char>();
+        typename SignalType::slot_type watching(std::move(slot));
+        m_Connection = signal.connect(group, watching.track(whole));
+        m_Whole = whole;
+    }
 
 private:
+    boost::shared_ptr<void> m_Whole;
     boost::signals2::scoped_connection m_Connection;
 };
 
@@ -92,8 +103,9 @@ public:
     [[nodiscard]] boost::shared_ptr<ConnectionManagerTypes::Connection>
     createSlot(std::string const& name, boost::function<typename Traits::Signature> slot, int group)
     {
-        return boost::make_shared<ConnectionManagerTypes::ConnectionImpl<Traits>>(
-            createSignal<Traits>(name)->connect(group, std::move(slot)));
+        auto const handle = boost::make_shared<ConnectionManagerTypes::ConnectionImpl<Traits>>();
+        handle->connect(*createSignal<Traits>(name), group, std::move(slot));
+        return handle;
     }
 
 private:

@@ -3,11 +3,11 @@
 
 #include <nyXml/core/NyToken.h>
 #include <nyXml/core/NyXml.h>
+#include <nyXml/core/detail/NyStreamText.h>
 #include <nyXml/platform/NyXmlExport.h>
 
 #include <cstddef>
 #include <list>
-#include <locale>
 #include <sstream>
 #include <string>
 #include <typeinfo>
@@ -188,8 +188,7 @@ private:
     {
         std::ostringstream text;
         text.imbue(std::locale::classic());
-        text << value;
-        return text.str();
+        return NyStreamText::of(text, value);
     }
     static std::string const& textOf(std::string const& value) { return value; }
 };

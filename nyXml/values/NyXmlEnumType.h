@@ -142,8 +142,13 @@ public:
         T known = value;
         if (findEnumString(word, known))
             return;
-        m_theEnumValues.push_back(value);
         m_theEnumStrings.push_back(word);
+        try {
+            m_theEnumValues.push_back(value);
+        } catch (...) { // the tables keep one length
+            m_theEnumStrings.pop_back();
+            throw;
+        }
     }
     /// \param value  takes the value of the word; left alone if the table doesn't have it  \return whether it has
     virtual bool findEnumString(std::string const& word, T& value)

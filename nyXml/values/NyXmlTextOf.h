@@ -61,9 +61,7 @@ NYXML_EXPORT void giveText(NyXmlWriter& writer, std::type_info const& type, std:
 template <class T>
 void extractByStream(std::string_view text, T& value)
 {
-    std::istringstream stream{ std::string(text) };
-    stream.imbue(std::locale::classic());
-    stream >> value;
+    NyStreamText::into(std::string(text), value);
 }
 
 } // namespace NyXmlText
