@@ -5,10 +5,16 @@
 #
 # Only what its sources mark with NYXML_EXPORT leaves the plug-in: the two functions by which the factory knows it, getClassToken
 # and getCreator, and what the plug-in means to share with others.
+#
+# A static nyXml has no plug-ins: each would bring a copy of the library, and with it classes that are not the application's.
 
 function(nyxml_add_plugin name)
     if(NOT ARGN)
         message(FATAL_ERROR "nyxml_add_plugin(${name}): no sources")
+    endif()
+    get_target_property(kind nyXml::nyXml TYPE)
+    if(kind STREQUAL "STATIC_LIBRARY")
+        message(FATAL_ERROR "nyxml_add_plugin(${name}): a static nyXml has no plug-ins; build nyXml with BUILD_SHARED_LIBS=ON")
     endif()
     add_library(${name} MODULE ${ARGN})
     target_link_libraries(${name} PRIVATE nyXml::nyXml)

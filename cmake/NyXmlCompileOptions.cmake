@@ -1,3 +1,15 @@
+include(CheckCXXSourceCompiles)
+set(CMAKE_REQUIRED_FLAGS "-std=c++17")
+check_cxx_source_compiles("#include <charconv>\nint main() { double d; return std::from_chars(\"1\", \"1\", d).ptr == nullptr; }"
+    NYXML_HAS_FROM_CHARS_FOR_REALS)
+unset(CMAKE_REQUIRED_FLAGS)
+if(NOT NYXML_HAS_FROM_CHARS_FOR_REALS)
+    find_path(NYXML_FAST_FLOAT_INCLUDE_DIR fast_float/fast_float.h)
+    if(NOT NYXML_FAST_FLOAT_INCLUDE_DIR)
+        message(FATAL_ERROR "This standard library has no std::from_chars for reals: please install fast_float (libfast-float-dev)")
+    endif()
+endif()
+
 # nyxml_compile_options(<target>): what every target of this tree is compiled with, and none of what an application is asked to use.
 
 function(nyxml_compile_options target)
@@ -11,6 +23,10 @@ function(nyxml_compile_options target)
     target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Wcast-qual -Wformat=2)
     if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU") # what clang++ does anyway: nobody replaces single functions of the library
         target_compile_options(${target} PRIVATE -fno-semantic-interposition)
+    endif()
+    if(NOT NYXML_HAS_FROM_CHARS_FOR_REALS)
+        target_compile_definitions(${target} PRIVATE NYXML_WITH_FAST_FLOAT)
+        target_include_directories(${target} SYSTEM PRIVATE "${NYXML_FAST_FLOAT_INCLUDE_DIR}")
     endif()
     if(NYXML_WARNINGS_AS_ERRORS)
         target_compile_options(${target} PRIVATE -Werror)

@@ -6,15 +6,18 @@ set(nyxml_package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/nyXml")
 
 install(TARGETS nyXml EXPORT nyXmlTargets
     LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}"
+    ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}"
     INCLUDES DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}")
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/nyXml" DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}"
-    FILES_MATCHING PATTERN "*.h" PATTERN "platform/detail" EXCLUDE)
+    FILES_MATCHING PATTERN "*.h" PATTERN "platform/detail" EXCLUDE PATTERN "NyFromChars.h" EXCLUDE)
 
 if(NYXML_BUILD_KIT)
     install(TARGETS nyXmlKit EXPORT nyXmlKitTargets
         LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}"
+    ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}"
         INCLUDES DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}")
-    install(DIRECTORY "${PROJECT_SOURCE_DIR}/nyXmlKit" DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}" FILES_MATCHING PATTERN "*.h")
+    install(DIRECTORY "${PROJECT_SOURCE_DIR}/nyXmlKit" DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}"
+        FILES_MATCHING PATTERN "*.h" PATTERN "NyXmlFromChars.h" EXCLUDE)
     install(EXPORT nyXmlKitTargets NAMESPACE nyXml:: DESTINATION "${nyxml_package_dir}")
 endif()
 
@@ -32,6 +35,13 @@ install(FILES
 # Relative to itself, as the CMake package is, so that an installed tree may be moved.
 set(nyxml_pc_dir "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
 cmake_path(RELATIVE_PATH CMAKE_INSTALL_PREFIX BASE_DIRECTORY "${CMAKE_INSTALL_PREFIX}/${nyxml_pc_dir}" OUTPUT_VARIABLE nyxml_prefix_of_pc)
+if(BUILD_SHARED_LIBS)
+    set(nyxml_pc_system_libs "")
+    set(nyxml_pc_expat "")
+else()
+    set(nyxml_pc_system_libs " -pthread -l${CMAKE_DL_LIBS}")
+    set(nyxml_pc_expat " expat")
+endif()
 foreach(name nyXml nyXmlKit)
     if(name STREQUAL "nyXml" OR NYXML_BUILD_KIT)
         configure_file("${CMAKE_CURRENT_LIST_DIR}/${name}.pc.in" "${PROJECT_BINARY_DIR}/${name}.pc" @ONLY)

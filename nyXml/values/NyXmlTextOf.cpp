@@ -1,5 +1,6 @@
 #include <nyXml/values/NyXmlTextOf.h>
 
+#include <nyXml/core/detail/NyFromChars.h>
 #include <nyXml/core/detail/NyWhiteSpace.h>
 #include <nyXml/writer/NyXmlWriter.h>
 
@@ -86,7 +87,7 @@ double NyXmlText::toDouble(std::string_view text)
     std::string_view const digits = text.substr(!text.empty() && text.front() == '-' ? 1 : 0);
     bool const isDecimal = !digits.empty() && (isDigit(digits.front()) || digits.front() == '.');
     bool const isHexadecimal = digits.size() > 1 && (digits[1] == 'x' || digits[1] == 'X');
-    if (isDecimal && !isHexadecimal && std::from_chars(text.data(), text.data() + text.size(), value).ec == std::errc())
+    if (isDecimal && !isHexadecimal && nyFromChars(text.data(), text.data() + text.size(), value).ec == std::errc())
         return value;
     return toDoubleByLibrary(text);
 }
@@ -103,7 +104,7 @@ void NyXmlText::appendDoubles(std::string_view words, std::vector<double>& value
         double value = 0.0;
         bool const isDigits = isDigit(*at) || (*at == '-' && end - at > 1 && isDigit(at[1]));
         auto const [behind, fault] =
-            isDigits ? std::from_chars(at, end, value) : std::from_chars_result{ at, std::errc::invalid_argument };
+            isDigits ? nyFromChars(at, end, value) : std::from_chars_result{ at, std::errc::invalid_argument };
         if (fault == std::errc() && (behind == end || NyWhiteSpace::is(*behind))) {
             values.push_back(value);
             at = behind;

@@ -1,4 +1,5 @@
 #include <nyXmlKit/model/NyXmlWord.h>
+#include <nyXmlKit/model/detail/NyXmlFromChars.h>
 
 #include <nyXml/platform/NyPrint.h>
 #include <nyXml/reader/NyXmlReader.h>
@@ -37,7 +38,7 @@ bool takeReal(Real& value, std::string_view text, std::chars_format format)
 {
     text = withoutPlus(text);
     Real number = 0;
-    auto const [end, fault] = std::from_chars(text.data(), text.data() + text.size(), number, format);
+    auto const [end, fault] = realFromChars(text.data(), text.data() + text.size(), number, format);
     if (fault == std::errc::invalid_argument || end != text.data() + text.size() || text.empty())
         return false;
     value = fault == std::errc::result_out_of_range ? static_cast<Real>(NyXmlText::toDouble(text)) : number;
