@@ -85,17 +85,17 @@ NYXML_EXPORT std::ostream& operator<<(std::ostream& stream, NyXmlTimeValue const
 
 // The words use their rules alone; these satisfy what NyXmlBasicType asks of a type.
 template <>
-struct NyXmlTextOf<NyXmlDateTimeValue> : NyXmlDateTimeRules {
+struct NYXML_EXPORT NyXmlTextOf<NyXmlDateTimeValue> : NyXmlDateTimeRules {
     static constexpr bool isWord = true;
     static void give(NyXmlWriter& writer, NyXmlDateTimeValue const& value);
 };
 template <>
-struct NyXmlTextOf<NyXmlDateValue> : NyXmlDateRules {
+struct NYXML_EXPORT NyXmlTextOf<NyXmlDateValue> : NyXmlDateRules {
     static constexpr bool isWord = true;
     static void give(NyXmlWriter& writer, NyXmlDateValue const& value);
 };
 template <>
-struct NyXmlTextOf<NyXmlTimeValue> : NyXmlTimeRules {
+struct NYXML_EXPORT NyXmlTextOf<NyXmlTimeValue> : NyXmlTimeRules {
     static constexpr bool isWord = true;
     static void give(NyXmlWriter& writer, NyXmlTimeValue const& value);
 };
