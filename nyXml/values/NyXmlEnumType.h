@@ -160,6 +160,9 @@ public:
         return true;
     }
 
+    /// The table's words in the order of their registration.
+    std::vector<std::string> const& enumStrings() const noexcept { return m_theEnumStrings; }
+
     /// Equal values, and equal tables once both objects are initialised.
     bool operator==(NyXmlEnumType const& other) const
     {
