@@ -1,4 +1,4 @@
-// accept() and createSchema() stand with the visitor and with the schema: they need what is built upon this class.
+// accept(), writeSchema() and createSchema() stand with the visitor and with the schema: they need what is built upon this class.
 
 #include <nyXml/core/NyXmlObject.h>
 
@@ -38,12 +38,6 @@ bool NyXmlObject::read(NyXmlReader&)
 bool NyXmlObject::readAttribute(NyXmlReader& reader) { return read(reader); }
 
 bool NyXmlObject::write(NyXmlWriter&) const
-{
-    initialise(*this);
-    return true;
-}
-
-bool NyXmlObject::writeSchema(NyXmlSchema&) const
 {
     initialise(*this);
     return true;

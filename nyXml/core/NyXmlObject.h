@@ -69,7 +69,7 @@ public:
     /// an attribute form of its own does what its read() does.
     virtual bool readAttribute(NyXmlReader& reader);
 
-    /// Initialise the object if that is still to come; write nothing.
+    /// Initialise the object if that is still to come; write nothing. The schema is told of the object, NyXmlSchema::describing().
     virtual bool write(NyXmlWriter& writer) const;
     virtual bool writeSchema(NyXmlSchema& schema) const;
 

@@ -200,6 +200,8 @@ void NyXmlSchema::globalElement(NyToken name, std::string ns, std::string type)
     global.setType(type);
 }
 
+void NyXmlSchema::describing(NyXmlObject const&) {}
+
 std::string NyXmlSchema::convertNamespaceToPrefix(std::string ns) { return m_thePrefixes[ns]; }
 
 std::string NyXmlSchema::insertSimpleType(std::string const& itemType, std::string const& ns)

@@ -18,6 +18,8 @@
 #include <utility>
 #include <vector>
 
+class NyXmlObject;
+
 /// Collects XML Schema types from a walk over an object and writes them as XSD files, one for each namespace.
 ///
 /// It is called as a document writer is: open an element, name an attribute, give a type, close the element. What looks alike
@@ -126,6 +128,11 @@ public:
     /// Leaves \p type and \p contentType alone if the element is not registered.
     virtual void getFromRegistry(NyToken const& token, std::string const& typeId, std::string& type,
                                  std::string& contentType) const;
+
+    /// Told by NyXmlObject::writeSchema(), with which every object begins to describe itself: for subclasses that look at the object, since
+    /// the calls that follow tell types and no words, creators or members. Does nothing here.
+    /// \param object  initialised; of items and alternatives a default one, which is gone when its element closes
+    virtual void describing(NyXmlObject const& object);
 
     /// The XSD type of a run-time type. bool is "boolean", char "byte", unsigned char "unsignedByte"; short, long, float and double keep
     /// their names, and their unsigned kinds are "unsignedShort" and "unsignedLong". Anything else, int and unsigned int among them, is
