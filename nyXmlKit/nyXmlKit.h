@@ -24,6 +24,8 @@
 #include <nyXmlKit/model/NyXmlShared.h>
 #include <nyXmlKit/model/NyXmlVersioned.h>
 #include <nyXmlKit/model/NyXmlWord.h>
+#include <nyXmlKit/schema/NyXmlAnyOrder.h>
+#include <nyXmlKit/schema/NyXmlExactSchema.h>
 #include <nyXmlKit/standard/NyXmlStandardReader.h>
 
 #endif

@@ -18,7 +18,8 @@ fail() {
 packages_for() {
     case $1 in
     build) printf '%s\n' 'g++ g++' 'cmake cmake' 'ninja-build ninja' 'libboost-dev boost/signals2.hpp' \
-        'libcurl4-openssl-dev curl/curl.h' 'libexpat1-dev expat.h' 'libgtest-dev gtest/gtest.h' 'libxml2-utils gtest/gtest.h' ;;
+        'libcurl4-openssl-dev curl/curl.h' 'libexpat1-dev expat.h' 'libgtest-dev gtest/gtest.h' 'libxml2-utils gtest/gtest.h' \
+        'libxml2-dev libxml2/libxml/xmlreader.h' 'libxerces-c-dev xercesc/sax2/SAX2XMLReader.hpp' ;;
     bench) printf '%s\n' 'pkg-config pkg-config' 'libbenchmark-dev benchmark/benchmark.h' 'libpugixml-dev pugixml.hpp' \
         'librapidxml-dev rapidxml/rapidxml.hpp' 'libxml2-dev libxml2/libxml/xmlreader.h' \
         'valgrind valgrind' 'gnuplot-nox gnuplot' ;;
