@@ -27,5 +27,6 @@
 #include <nyXmlKit/schema/NyXmlAnyOrder.h>
 #include <nyXmlKit/schema/NyXmlExactSchema.h>
 #include <nyXmlKit/standard/NyXmlStandardReader.h>
+#include <nyXmlKit/standard/NyXmlStandardWriter.h>
 
 #endif

@@ -2,6 +2,9 @@
 
 #include <nyXml/platform/NyPrint.h>
 #include <nyXml/reader/NyXmlReader.h>
+#include <nyXml/writer/NyXmlWriter.h>
+
+#include <typeinfo>
 
 NyXmlEmbeddedString::~NyXmlEmbeddedString() = default;
 
@@ -15,4 +18,13 @@ bool NyXmlEmbeddedString::read(NyXmlReader& reader)
     Ny::Print::write(Ny::Print::FAULT, "NyXmlEmbeddedString: file not valid.\n\tNo data found.\n\tFile: %s\n\tLine: %d\n",
                      reader.filename(), reader.lineCountOfFile());
     return false;
+}
+
+bool NyXmlEmbeddedString::write(NyXmlWriter& writer) const
+{
+    if (!NyXmlObject::write(writer))
+        return false;
+    writer.type(typeid(NyXmlEmbeddedString)); // a writer that escapes strings has to know that this is markup
+    writer.data(value());
+    return true;
 }
