@@ -3,6 +3,7 @@
 
 /// Every public header of the companion library. Larger applications include what they use instead.
 
+#include <nyXmlKit/file/NyXmlDialect.h>
 #include <nyXmlKit/file/NyXmlFault.h>
 #include <nyXmlKit/file/NyXmlFile.h>
 #include <nyXmlKit/file/NyXmlReadOptions.h>

@@ -9,6 +9,7 @@
 #include <nyXmlKit/file/detail/NyXmlFileOutput.h>
 #include <nyXmlKit/file/detail/NyXmlReading.h>
 #include <nyXmlKit/guard/NyXmlFileInput.h>
+#include <nyXmlKit/standard/NyXmlStandardWriter.h>
 
 #include <ostream>
 
@@ -44,9 +45,10 @@ NyXmlReadResult cannotBeRead(std::string const& path, NyXmlFileInput const& file
 }
 
 /// Writes the document, and says what the object said.
-bool writeDocument(std::ostream& stream, std::string const& name, NyXmlObject const& object, NyXmlWriteOptions const& options)
+template <class Writer>
+bool writeBy(std::ostream& stream, std::string const& name, NyXmlObject const& object, NyXmlWriteOptions const& options)
 {
-    NyXmlWriter writer(name, stream);
+    Writer writer(name, stream);
     if (options.prepare)
         options.prepare(writer);
     writer.writeStartTag(options.root.empty() ? object.token() : options.root);
@@ -57,6 +59,13 @@ bool writeDocument(std::ostream& stream, std::string const& name, NyXmlObject co
     bool const isWritten = object.write(writer);
     writer.writeEndTag();
     return isWritten;
+}
+
+bool writeDocument(std::ostream& stream, std::string const& name, NyXmlObject const& object, NyXmlWriteOptions const& options)
+{
+    bool const isStandard = options.dialect == NyXmlDialect::STANDARD;
+    return isStandard ? writeBy<NyXmlStandardWriter>(stream, name, object, options)
+                      : writeBy<NyXmlWriter>(stream, name, object, options);
 }
 
 } // namespace

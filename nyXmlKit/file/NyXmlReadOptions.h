@@ -3,6 +3,7 @@
 
 #include <nyXml/core/NyToken.h>
 #include <nyXml/platform/NyXmlExport.h>
+#include <nyXmlKit/file/NyXmlDialect.h>
 #include <nyXmlKit/guard/NyXmlGuard.h>
 
 #include <cstdint>
@@ -15,21 +16,35 @@ class NyXmlReader;
 ///
 /// \code
 ///     NyXmlReadOptions options;
-///     options.guard = NyXmlGuard::forStrangers();
+///     options.dialect = NyXmlDialect::STANDARD;
+///     options.strictness = NyXmlReadOptions::Strictness::ALL;
 ///     auto const result = NyXmlFile::read("model.xml", model, options);
 /// \endcode
 struct NYXML_EXPORT NyXmlReadOptions {
+    enum class Strictness {
+        NONE,          ///< as the library reads: what can be read is taken
+        LEFT_OUT_FITS, ///< all but this: a member may be missing that a writer leaves out when it equals its default, see
+                       ///< NyXmlWriter::setWriteDefaultDataFlag(): strings, containers and compounds
+        ALL,
+    };
+
+    NyXmlDialect dialect = NyXmlDialect::CORE;
+
     /// The root's name; the object's token() if it is empty. Its namespace plays no part, as everywhere in reading.
     NyToken root;
 
     /// Any root will do, whatever `root` says.
     bool anyRoot = false;
 
+    /// Beyond NONE these are faults, each with its place: a text that is not one of its type, an unknown, missing or repeated
+    /// member, a wrong `size`, and a rest that the object has not read.
+    Strictness strictness = Strictness::NONE;
+
     /// Limits and permissions; none if there is none.
     std::optional<NyXmlGuard> guard;
 
     /// Told how many bytes have been read and how many there are, 0 if nobody knows. Runs on the reading thread, once for each block
-    /// read. False cancels. Bytes of included documents are counted too if there is a guard. What it throws comes out
+    /// read. False cancels. Bytes of included documents are counted too if the reading is strict or guarded. What it throws comes out
     /// of the read.
     std::function<bool(std::uint64_t bytes, std::uint64_t total)> progress;
 

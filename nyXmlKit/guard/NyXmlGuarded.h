@@ -10,8 +10,10 @@
 #include <istream>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <type_traits>
 #include <utility>
+#include <vector>
 
 /// A document reader that keeps a document within limits.
 ///
@@ -36,7 +38,7 @@
 /// \tparam Base  NyXmlReader, or a subclass that is constructed from a name and a stream, and that reads includes from what is given to
 ///               open()
 template <class Base>
-class NYXML_EXPORT NyXmlGuarded : private NyXmlGuardState, public Base {
+class NYXML_EXPORT NyXmlGuarded : protected NyXmlGuardState, public Base {
     static_assert(std::is_base_of_v<NyXmlReader, Base>, "a guarded reader is made from a document reader");
     using Mode = NyXmlFileReader::XML_READER_MODE;
 
@@ -71,12 +73,18 @@ public:
         if (hasEnded())
             return NyXmlFileReader::XML_READER_ERROR;
         NyXmlGuardState::anEventIsDue();
+        m_isInputOver = false;
         Mode const mode = Base::readXml();
         note(mode);
         return hasEnded() ? NyXmlFileReader::XML_READER_ERROR : mode;
     }
 
-    Mode mode() const override { return hasEnded() ? NyXmlFileReader::XML_READER_ERROR : Base::mode(); }
+    Mode mode() const override
+    {
+        if (hasEnded())
+            return NyXmlFileReader::XML_READER_ERROR;
+        return m_isInputOver ? NyXmlFileReader::XML_READER_EOF : Base::mode();
+    }
     unsigned int errorCode() const override { return hasEnded() ? 1 : Base::errorCode(); }
 
     NyToken const& attributeName() const override { return hasEnded() ? NyXmlFileReader::m_theNullToken : Base::attributeName(); }
@@ -115,17 +123,20 @@ public:
         return checked(text, false);
     }
 
-    // Where a call of the base would not return at the end of the input.
-    std::string const& getAttributeValueFast() override
-    {
-        return fast([this]() -> auto& { return Base::getAttributeValueFast(); });
-    }
-    std::string const& getLastAttributeValueFast() override
-    {
-        return fast([this]() -> auto& { return Base::getLastAttributeValueFast(); });
-    }
+    /// Where the core's own would not return, at the end of the input, the text is empty and the mode XML_READER_EOF. The other fast
+    /// paths are the base's, with their promises.
+    std::string const& getAttributeValueFast() override;
 
 protected:
+    /// The text of the event, when it has just come.
+    std::string_view text() const
+    {
+        if constexpr (std::is_same_v<Base, NyXmlReader>)
+            return Base::contentView(); // no subclass in between, so the text is there
+        else
+            return Base::content();
+    }
+
     /// Looks at each link before anything is opened.
     bool openFileTest() override;
     bool closeFileTest() override
@@ -150,7 +161,7 @@ private:
             NyXmlGuardState::enter(Base::numOfAttributes());
             m_wasEmptyTag = mode == NyXmlFileReader::XML_READER_EMPTY_TAG;
             return;
-        case NyXmlFileReader::XML_READER_CONTENT: NyXmlGuardState::checkText(textSize()); break;
+        case NyXmlFileReader::XML_READER_CONTENT: NyXmlGuardState::checkText(text().size()); break;
         case NyXmlFileReader::XML_READER_END_TAG:
         case NyXmlFileReader::XML_READER_EOF:
         case NyXmlFileReader::XML_READER_ERROR: break;
@@ -160,14 +171,6 @@ private:
         m_wasEmptyTag = false;
         if (mode == NyXmlFileReader::XML_READER_CONTENT || mode == NyXmlFileReader::XML_READER_END_TAG)
             NyXmlGuardState::leave();
-    }
-
-    std::size_t textSize() const
-    {
-        if constexpr (std::is_same_v<Base, NyXmlReader>)
-            return Base::contentView().size(); // no subclass in between, so the text is there
-        else
-            return Base::content().size();
     }
 
     std::string const& checked(std::string const& text, bool isClaim)
@@ -191,6 +194,8 @@ private:
 
     bool m_wasEmptyTag = false;
     bool m_isSkipping = false;
+    bool m_isInputOver = false; ///< a fast path has come to the end
+    std::string m_theFastText;
 };
 
 /// For documents in the core's dialect.
@@ -222,6 +227,19 @@ bool NyXmlGuarded<Base>::nextMatchingEndTag()
     if (!isClosed && mode() == NyXmlFileReader::XML_READER_EOF)
         Base::nextMatchingEndTag(); // complains
     return isClosed;
+}
+
+template <class Base>
+std::string const& NyXmlGuarded<Base>::getAttributeValueFast()
+{
+    if constexpr (std::is_same_v<Base, NyXmlReader>)
+        return fast([this]() -> std::string const& {
+            std::string_view text;
+            m_isInputOver = !Base::takeAttributeText(text);
+            return m_theFastText.assign(text);
+        });
+    else
+        return fast([this]() -> std::string const& { return Base::getAttributeValueFast(); });
 }
 
 template <class Base>

@@ -48,7 +48,10 @@ public:
     std::string const& filename() const noexcept { return m_name; }
     int line() const noexcept { return m_line; }
     unsigned int errorCode() const noexcept { return m_errorCode; }
-    std::size_t depth() const noexcept { return m_open.size(); }
+    std::size_t depth() const noexcept
+    {
+        return std::max(m_open.size(), m_parser.depth());
+    } // the parser's: also in what is skipped
     NyXmlStandardParser const& parser() const noexcept { return m_parser; }
     std::size_t bytesHeld() const noexcept { return m_parser.bytesHeld() + m_content.size() + m_children.size(); }
 
@@ -970,6 +973,8 @@ std::size_t NyXmlStandardReader::depth() const noexcept
         depth += document->depth();
     return depth;
 }
+
+std::uint64_t NyXmlStandardReader::eventsPassed() const noexcept { return m_theTop->parser().passed(); }
 
 std::size_t NyXmlStandardReader::openDocuments() const noexcept { return m_theDocuments.size(); }
 

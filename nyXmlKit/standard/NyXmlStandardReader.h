@@ -126,8 +126,11 @@ public:
     /// The names of the open elements, outermost first, from the first document through all includes to element().
     std::vector<NyToken> openElements() const;
 
-    /// How many elements are open, in all open documents together.
+    /// How many elements are open, in all open documents together; those in an element that is being skipped count.
     std::size_t depth() const noexcept;
+
+    /// Grows with each tag and text of the document on top, also while an element is skipped.
+    std::uint64_t eventsPassed() const noexcept;
 
     /// How many documents are open: 1 without includes.
     std::size_t openDocuments() const noexcept;

@@ -34,9 +34,11 @@ Kind kindOf(std::string_view text)
         { "Bad token: ", Kind::UNKNOWN_MEMBER },
         { "Bad attribute token: ", Kind::UNKNOWN_MEMBER },
         { " size not equal to attribute value", Kind::WRONG_SIZE },
-        { "NyXmlReader Error: XLink", Kind::LINK },
-        { "NyXmlReader Error: not able to open file", Kind::LINK },
-        { "NyXmlReader Error: attribute name can only be", Kind::LINK },
+        { "NyXmlWord Error", Kind::BAD_TEXT },
+        { "NyXmlEnum Error", Kind::BAD_TEXT },
+        { "Reader Error: XLink", Kind::LINK },
+        { "Reader Error: not able to open file", Kind::LINK },
+        { "Reader Error: attribute name can only be", Kind::LINK },
         { "NyXmlObject::checkVersion", Kind::VERSION },
         { "NyXmlFactory::loadLibrary", Kind::PLUG_IN },
     };
@@ -58,7 +60,8 @@ std::string oneLine(std::string_view message)
             line.remove_prefix(1);
         while (!line.empty() && (line.back() == ' ' || line.back() == '\r'))
             line.remove_suffix(1);
-        if (line.empty() || beginsWith(line, "File: ") || beginsWith(line, "Line: ") || beginsWith(line, "Filename: "))
+        if (line.empty() || beginsWith(line, "File: ") || beginsWith(line, "Line: ") || beginsWith(line, "Column: ") ||
+            beginsWith(line, "Filename: "))
             continue;
         result += result.empty() ? "" : " ";
         result += line.substr(0, longestText);
@@ -78,12 +81,13 @@ void NyXmlFaultCollector::setMost(std::size_t most, std::function<void()> whenBr
     m_theWhenBroken = std::move(whenBroken);
 }
 
-void NyXmlFaultCollector::setReader(NyXmlReader const* reader, OpenElements openElements)
+void NyXmlFaultCollector::setReader(NyXmlReader const* reader, OpenElements openElements, std::function<Told()> toldElsewhere)
 {
     flush();
     m_isReaderGone = m_theReader != nullptr && reader == nullptr;
     m_theReader = reader;
     m_theOpenElements = std::move(openElements);
+    m_theToldElsewhere = std::move(toldElsewhere);
 }
 
 std::string NyXmlFaultCollector::pathOf(std::vector<NyToken> const& names)
@@ -134,6 +138,7 @@ void NyXmlFaultCollector::take(int printType, std::string const& location, std::
         m_isDropped = m_isClosed || isConsequence(piece);
         m_theType = printType;
         m_theLocation = location;
+        m_theTold = m_theToldElsewhere ? m_theToldElsewhere() : Told();
         if (!m_isDropped)
             m_thePlace = placed();
     }
@@ -154,9 +159,11 @@ void NyXmlFaultCollector::flush()
     if (!std::exchange(m_isInHand, false))
         return;
     std::string const text = std::exchange(m_theText, std::string());
-    if (m_isDropped)
+    if (m_isDropped || (m_theTold.attributeCounts && contains(text, " attributes needed, but ")))
         return;
     Kind const kind = kindOf(text);
+    if (m_theTold.sizes && kind == Kind::WRONG_SIZE)
+        return;
     if (m_theType != Ny::Print::FAULT && kind != Kind::WRONG_SIZE) {
         m_theNotices.push_back(oneLine(text));
         return;

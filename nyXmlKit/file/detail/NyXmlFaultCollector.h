@@ -24,6 +24,11 @@ class NyXmlFaultCollector {
 public:
     using OpenElements = std::function<std::vector<NyToken>()>;
 
+    struct Told {
+        bool sizes = false;           ///< that there are not as many items as a size says
+        bool attributeCounts = false; ///< that a value has too many attributes, or not enough
+    };
+
     /// \param name  of the document, for faults that come before there is a reader
     explicit NyXmlFaultCollector(std::string const& name);
 
@@ -31,7 +36,8 @@ public:
     void setMost(std::size_t most, std::function<void()> whenBroken);
 
     /// Who tells the place from now on; null says that nobody can.
-    void setReader(NyXmlReader const* reader, OpenElements openElements);
+    /// \param toldElsewhere  which messages that come now are told by somebody else, with more to them
+    void setReader(NyXmlReader const* reader, OpenElements openElements, std::function<Told()> toldElsewhere = {});
 
     /// A piece of a message.
     void take(int printType, std::string const& location, std::string const& piece);
@@ -68,6 +74,7 @@ private:
     NyXmlReader const* m_theReader = nullptr;
     bool m_isReaderGone = false;
     OpenElements m_theOpenElements;
+    std::function<Told()> m_theToldElsewhere;
     bool m_isClosed = false;
     unsigned int m_theErrorCode = 0;
     std::vector<NyXmlFault> m_theFaults;
@@ -76,6 +83,7 @@ private:
     // The message in hand.
     bool m_isInHand = false;
     bool m_isDropped = false;
+    Told m_theTold;
     int m_theType = 0;
     std::string m_theLocation;
     std::string m_theText;

@@ -4,6 +4,9 @@
 #include <nyXml/platform/NyApplication.h>
 #include <nyXml/reader/NyXmlReader.h>
 #include <nyXml/traversal/NyXmlSignals.h>
+#include <nyXmlKit/file/detail/NyXmlGuardedStandardReader.h>
+#include <nyXmlKit/file/detail/NyXmlStrictChecker.h>
+#include <nyXmlKit/file/detail/NyXmlStrictReader.h>
 #include <nyXmlKit/guard/NyXmlFileInput.h>
 #include <nyXmlKit/guard/NyXmlGuarded.h>
 
@@ -56,22 +59,16 @@ NyXmlReading::NyXmlReading(std::string const& name, std::istream& stream, std::u
       m_theOptions(options),
       m_theInput(stream),
       m_theTotal(total),
+      m_isStrict(options.strictness != NyXmlReadOptions::Strictness::NONE),
       m_theFaults(name)
 {}
 
 NyXmlReadResult NyXmlReading::read(NyXmlObject& object)
 {
-    auto const listener = [this](std::size_t bytes) { return advance(bytes); };
-    if (m_theOptions.guard) {
-        NyXmlGuardedReader reader(m_theName, m_theInput, *m_theOptions.guard);
-        reader.setByteListener(listener);
-        m_theFaults.setMost(m_theOptions.guard->faults, [&reader] { reader.endReading(); });
-        readWith(reader, object);
-    } else {
-        NyXmlReader reader(m_theName, m_theInput); // exactly this class, which is the fastest
-        m_theInput.setListener(listener);
-        readWith(reader, object);
-    }
+    if (m_theOptions.dialect == NyXmlDialect::STANDARD)
+        readStandard(object);
+    else
+        readCore(object);
     m_theFaults.flush(); // the reader may have complained when it went
     if (m_theException)
         std::rethrow_exception(m_theException);
@@ -84,11 +81,56 @@ NyXmlReadResult NyXmlReading::read(NyXmlObject& object)
     return std::move(m_theResult);
 }
 
+void NyXmlReading::readCore(NyXmlObject& object)
+{
+    if (m_isStrict || m_theOptions.guard)
+        return readGuarded<NyXmlGuardedReader>(object);
+    NyXmlReader reader(m_theName, m_theInput); // exactly this class, which is the fastest
+    m_theInput.setListener([this](std::size_t bytes) { return advance(bytes); });
+    readWith(reader, object);
+}
+
+void NyXmlReading::readStandard(NyXmlObject& object)
+{
+    if (m_isStrict || m_theOptions.guard)
+        return readGuarded<NyXmlGuardedStandardReader>(object);
+    NyXmlStandardReader reader(m_theName, m_theInput);
+    m_theInput.setListener([this](std::size_t bytes) { return advance(bytes); });
+    readWith(reader, object);
+}
+
+/// \tparam Guarded  the guarded reader of a dialect
+template <class Guarded>
+void NyXmlReading::readGuarded(NyXmlObject& object)
+{
+    NyXmlGuard const guard = m_theOptions.guard.value_or(NyXmlGuard());
+    auto const readBy = [&](Guarded& reader) {
+        reader.setByteListener([this](std::size_t bytes) { return advance(bytes); });
+        m_theFaults.setMost(guard.faults, [&reader] { reader.endReading(); });
+    };
+    if (m_isStrict) {
+        NyXmlStrictChecker checker(m_theFaults, object, m_theOptions.strictness == NyXmlReadOptions::Strictness::LEFT_OUT_FITS);
+        m_theChecker = &checker;
+        NyXmlStrictReader<Guarded> reader(m_theName, m_theInput, guard, checker);
+        readBy(reader);
+        readWith(reader, object);
+        m_theChecker = nullptr;
+    } else {
+        Guarded reader(m_theName, m_theInput, guard);
+        readBy(reader);
+        readWith(reader, object);
+    }
+}
+
 template <class Reader>
 void NyXmlReading::readWith(Reader& reader, NyXmlObject& object)
 {
     m_theOpenElements = [&reader] { return reader.openElements(); };
-    m_theFaults.setReader(&reader, m_theOpenElements);
+    if (m_theChecker != nullptr)
+        m_theFaults.setReader(
+            &reader, [this] { return m_theChecker->names(); }, [this] { return m_theChecker->tells(); });
+    else
+        m_theFaults.setReader(&reader, m_theOpenElements);
     if (m_theOptions.prepare)
         m_theOptions.prepare(reader);
     try {
@@ -145,10 +187,15 @@ void NyXmlReading::readObject(NyXmlReader& reader, NyXmlObject& object)
 // What the object has left: the rest of the root, if it was in a hurry, and what stands behind the root.
 void NyXmlReading::readRest(NyXmlReader& reader)
 {
-    dropAttributes(reader);
+    if (!m_isStrict)
+        dropAttributes(reader);
     std::size_t open = m_theOpenElements().size();
     if (reader.mode() == NyXmlFileReader::XML_READER_EMPTY_TAG)
         --open;
+    if (open != 0 && m_isStrict && !isOver(reader.mode())) {
+        m_theFaults.add(Kind::UNREAD, "the rest of the element is not read");
+        m_theChecker->close();
+    }
     Mode mode = reader.mode();
     while (!isOver(mode) && !m_theFaults.isClosed()) {
         mode = reader.readXml();
@@ -185,6 +232,8 @@ void NyXmlReading::examineEnd()
 {
     if (m_theFile != nullptr && !m_theFile->error().empty())
         m_theFaults.add(Kind::FILE_ERROR, "the file cannot be read to its end: " + m_theFile->error());
+    if (m_theOptions.dialect == NyXmlDialect::STANDARD)
+        return;
     if (m_theInput.hasZeroByte())
         m_theFaults.add(Kind::NOT_WELL_FORMED, "a zero byte hides what follows it");
     else if (m_theInput.lastBlack() != '>')

@@ -17,6 +17,7 @@
 class NyXmlFileInput;
 class NyXmlObject;
 class NyXmlReader;
+class NyXmlStrictChecker;
 
 /// One document on its way into an object.
 class NyXmlReading {
@@ -35,6 +36,10 @@ public:
 private:
     using Mode = NyXmlFileReader::XML_READER_MODE;
 
+    void readCore(NyXmlObject& object);
+    void readStandard(NyXmlObject& object);
+    template <class Guarded>
+    void readGuarded(NyXmlObject& object);
     template <class Reader>
     void readWith(Reader& reader, NyXmlObject& object);
     void readDocument(NyXmlReader& reader, NyXmlObject& object);
@@ -52,7 +57,9 @@ private:
     NyXmlInputWatch m_theInput;
     NyXmlFileInput const* m_theFile = nullptr;
     std::uint64_t const m_theTotal;
+    bool const m_isStrict;
     std::uint64_t m_theBytes = 0;
+    NyXmlStrictChecker* m_theChecker = nullptr; ///< while a strict reading runs
     NyXmlFaultCollector m_theFaults;
     NyXmlFaultCollector::OpenElements m_theOpenElements;
     NyXmlReadResult m_theResult;

@@ -148,8 +148,7 @@ void NyXmlGuardState::watchTag(char const* bytes, std::size_t count)
 
 void NyXmlGuardState::enter(std::size_t attributes)
 {
-    if (++m_theDepth > m_theGuard.depth)
-        breakLimit(Limit::DEPTH, moreThan(m_theGuard.depth, "elements in each other"));
+    checkDepth(++m_theDepth);
     if (attributes > m_theGuard.attributes)
         breakLimit(Limit::ATTRIBUTES, moreThan(m_theGuard.attributes, "of them in a tag"));
 }
@@ -158,6 +157,18 @@ void NyXmlGuardState::checkText(std::size_t size)
 {
     if (size > m_theGuard.text)
         breakLimit(Limit::TEXT, moreThan(m_theGuard.text, "bytes in a text"));
+}
+
+void NyXmlGuardState::checkHeld(std::size_t size)
+{
+    if (m_theGuard.text != noLimit && size > m_theGuard.text + blocks)
+        breakLimit(Limit::TEXT, moreThan(m_theGuard.text, "bytes in a text"));
+}
+
+void NyXmlGuardState::checkDepth(std::size_t depth)
+{
+    if (depth > m_theGuard.depth)
+        breakLimit(Limit::DEPTH, moreThan(m_theGuard.depth, "elements in each other"));
 }
 
 // A negative size is none that a container could keep to: it throws.

@@ -58,6 +58,9 @@ public:
     void enter(std::size_t attributes);
     void leave() noexcept { m_theDepth -= m_theDepth != 0 ? 1 : 0; }
     void checkText(std::size_t size);
+    /// Text that a reader holds before it is an event.
+    void checkHeld(std::size_t size);
+    void checkDepth(std::size_t depth);
     bool watchesItems() const noexcept { return m_theGuard.items != NyXmlGuard::noLimit; }
     void checkClaim(std::string_view size);
 

@@ -64,7 +64,19 @@ public:
             fill();
         return m_events[m_next];
     }
-    void pop() noexcept { ++m_next; }
+    void pop() noexcept
+    {
+        Event const& event = m_events[m_next++];
+        if (event.kind == Event::Kind::START && !event.isEmpty)
+            ++m_depth;
+        else if (event.kind == Event::Kind::END)
+            --m_depth;
+        ++m_passed;
+    }
+
+    /// How many elements are open where the events have been passed to, and how many events those were.
+    std::size_t depth() const noexcept { return m_depth; }
+    std::uint64_t passed() const noexcept { return m_passed; }
 
     /// Whether the next peek() makes what was handed out so far invalid.
     bool isDrained() const noexcept { return m_next == m_events.size(); }
@@ -109,6 +121,8 @@ private:
     std::unique_ptr<XML_ParserStruct, Free> m_parser;
     std::vector<Event> m_events;
     std::size_t m_next = 0;
+    std::size_t m_depth = 0;
+    std::uint64_t m_passed = 0;
     std::vector<Attribute> m_attributes;
     std::string m_texts;
     NyXmlStandardNames m_names;

@@ -1,0 +1,103 @@
+// In-house, no part of the face.
+
+#ifndef NYXMLKIT_FILE_DETAIL_NYXMLSTRICTCHECKER_H
+#define NYXMLKIT_FILE_DETAIL_NYXMLSTRICTCHECKER_H
+
+#include <nyXml/core/NyToken.h>
+#include <nyXmlKit/file/NyXmlFault.h>
+#include <nyXmlKit/file/detail/NyXmlFaultCollector.h>
+#include <nyXmlKit/file/detail/NyXmlShape.h>
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+class NyXmlReader;
+
+/// Follows a document in step with its reader, and compares it with what the objects can read.
+///
+/// Members that nobody knows are the compounds' to complain of. Told here is what the library passes over in silence, and what it tells
+/// without a place.
+class NyXmlStrictChecker {
+public:
+    /// \param leftOutFits  whether what equals its default may be missing
+    NyXmlStrictChecker(NyXmlFaultCollector& faults, NyXmlObject const& root, bool leftOutFits);
+
+    void setReader(NyXmlReader const* reader) { m_theReader = reader; }
+
+    // What comes, in order.
+
+    /// \param isIncluded  the root of another document, whose name is its own
+    void start(std::string const& name, bool isIncluded);
+    void attribute(std::string const& name, std::string const& value);
+    /// One that nobody has asked for.
+    void unusedAttribute(std::string const& name);
+    void text(std::string_view text);
+    /// The text of a value that takes its element as a whole.
+    void rawText(std::string_view text);
+    void end(bool isEmptyTag);
+
+    /// Nothing is known of the element in hand: whoever reads it skips it.
+    void forget();
+
+    /// From now on nothing is of interest.
+    void close() noexcept { m_isClosed = true; }
+
+    bool isInPath() const { return m_theDepth != 0 && top().shape != nullptr && top().shape->kind == NyXmlShape::Kind::PATH; }
+    std::size_t depth() const noexcept { return m_theDepth; }
+
+    /// Which messages of the library tell what is told here.
+    NyXmlFaultCollector::Told tells() const;
+
+    /// The open elements, and the one just read if it was a text.
+    std::vector<NyToken> names() const;
+
+private:
+    struct Frame {
+        NyXmlShape* shape = nullptr; ///< null: of a choice that is not made yet
+        std::string name;
+        std::size_t seen = 0; ///< where the counts of its members begin
+        std::size_t nextAttribute = 0;
+        std::size_t nextChild = 0;
+        std::size_t items = 0;
+        std::size_t parts = 0; ///< attributes and children
+        std::optional<long long> claim;
+        bool isClaimBad = false;
+        bool hasText = false;
+        bool isKey = false;
+    };
+    using Kind = NyXmlShape::Kind;
+
+    Frame& top() { return m_theFrames[m_theDepth - 1]; }
+    Frame const& top() const { return m_theFrames[m_theDepth - 1]; }
+    Frame& push(std::string const& name, NyXmlShape* shape);
+    NyXmlShape* enter(Frame& parent, std::string const& name, bool isIncluded);
+    NyXmlShape* enterMember(Frame& parent, std::string const& name);
+    void choose();
+    void takeClaim(Frame& frame, std::string const& value);
+    void checkText(NyXmlShape const& shape, std::string_view text, std::string const& what);
+    void checkMembers(Frame const& frame);
+    void checkMissing(Frame const& frame, std::vector<NyXmlShapeMember> const& members, std::size_t seen, char const* what);
+    void learnLibraries();
+    void add(NyXmlFault::Kind kind, std::string const& text);
+
+    NyXmlFaultCollector& m_theFaults;
+    bool const m_isLeftOutFit;
+    NyXmlReader const* m_theReader = nullptr;
+    NyXmlShapes m_theShapes;
+    NyXmlShape* m_theRoot;
+    NyXmlShape m_theRun;
+    std::vector<Frame> m_theFrames; ///< kept for their strings; the first m_theDepth are open
+    std::size_t m_theDepth = 0;
+    std::vector<unsigned int> m_theSeen;
+    std::size_t m_theNoticesSeen = 0;
+    std::optional<std::pair<NyXmlFault::Kind, std::string>> m_thePending; ///< of an element that is about to be open
+    bool m_isClosed = false;
+    bool m_wasText = false;          ///< the last event, which has closed its element
+    Kind m_theLast = Kind::ANYTHING; ///< the element that has closed last
+};
+
+#endif

@@ -1,0 +1,200 @@
+#include <nyXmlKit/file/detail/NyXmlTextRule.h>
+
+#include <nyXml/platform/NyAngle.h>
+#include <nyXml/platform/NyNonNegReal.h>
+#include <nyXml/schema/NyXmlSchema.h>
+#include <nyXml/values/NyXmlBasicType.h>
+#include <nyXml/values/NyXmlEnumType.h>
+#include <nyXml/writer/NyXmlWriter.h>
+#include <nyXmlKit/model/NyXmlMemberKind.h>
+
+#include <charconv>
+#include <climits>
+#include <cmath>
+#include <locale.h>
+#include <sstream>
+#include <system_error>
+
+namespace {
+
+/// Remembers the type that a value describes itself with.
+class TypeListener : public NyXmlSchema {
+public:
+    void setType(std::type_info const& info) override { m_type = &info; }
+    std::type_info const* type() const { return m_type; }
+
+private:
+    std::type_info const* m_type = nullptr;
+};
+
+/// Remembers what a value writes.
+class TextListener : public NyXmlWriter {
+public:
+    explicit TextListener(std::ostream& stream) : NyXmlWriter(std::string(), stream) {}
+    void type(std::type_info const&) override {}
+    void data(std::string const& text) override { m_text = text; }
+    std::string const& text() const { return m_text; }
+
+private:
+    std::string m_text;
+};
+
+std::string_view stripped(std::string_view text)
+{
+    constexpr char const* white = " \t\n\v\f\r";
+    std::size_t const first = text.find_first_not_of(white);
+    return first == std::string_view::npos ? std::string_view() : text.substr(first, text.find_last_not_of(white) + 1 - first);
+}
+
+/// Whether the whole text is a number within bounds, of which the lower one is not positive.
+bool isWhole(std::string_view text, long long least, unsigned long long most)
+{
+    bool const isNegative = !text.empty() && text.front() == '-';
+    if (!text.empty() && (text.front() == '-' || text.front() == '+'))
+        text.remove_prefix(1);
+    unsigned long long magnitude = 0;
+    auto const [end, error] = std::from_chars(text.data(), text.data() + text.size(), magnitude);
+    if (text.empty() || error != std::errc() || end != text.data() + text.size())
+        return false;
+    return isNegative ? magnitude <= 0ull - static_cast<unsigned long long>(least) : magnitude <= most;
+}
+
+/// Whether the whole text is a real, and one that the type can hold.
+bool isReal(std::string_view text, bool isFloat, double& value)
+{
+    char const* const end = text.data() + text.size();
+    auto const result = std::from_chars(text.data(), end, value);
+    if (result.ec != std::errc() || result.ptr != end) { // a sign in front, hexadecimal, too small or too large
+        static locale_t const classic = newlocale(LC_ALL_MASK, "C", nullptr);
+        std::string const copy(text);
+        char* last = nullptr;
+        value = strtod_l(copy.c_str(), &last, classic);
+        if (copy.empty() || last != copy.c_str() + copy.size())
+            return false;
+    }
+    bool const isSpelt = text.find_first_of("iI") != std::string_view::npos; // inf
+    return isSpelt || !std::isinf(isFloat ? static_cast<double>(static_cast<float>(value)) : value);
+}
+
+template <class T>
+bool isEnumOf(NyBaseXmlBasicType const& value)
+{
+    return dynamic_cast<NyXmlEnumType<T> const*>(&value) != nullptr;
+}
+
+bool isEnum(NyBaseXmlBasicType const& value)
+{
+    return isEnumOf<unsigned char>(value) || isEnumOf<short>(value) || isEnumOf<unsigned short>(value) || isEnumOf<int>(value) ||
+           isEnumOf<unsigned int>(value) || isEnumOf<bool>(value) || isEnumOf<NyNonNegReal>(value);
+}
+
+/// Whether an enumeration of this T has the word. One without a table takes any: its owner fills it where we do not see it.
+template <class T>
+bool hasWord(NyBaseXmlBasicType& value, std::string const& word)
+{
+    auto* const words = dynamic_cast<NyXmlEnumType<T>*>(&value);
+    T found{};
+    return words != nullptr && (words->findEnumString(word, found) || words->enumString().empty());
+}
+
+} // namespace
+
+NyXmlTextRule::NyXmlTextRule(std::type_info const& type)
+{
+    struct Row {
+        std::type_info const& type;
+        long long least;
+        unsigned long long most;
+    };
+    static Row const rows[] = {
+        { typeid(bool), 0, 1 },
+        { typeid(signed char), SCHAR_MIN, SCHAR_MAX },
+        { typeid(unsigned char), 0, UCHAR_MAX },
+        { typeid(short), SHRT_MIN, SHRT_MAX },
+        { typeid(unsigned short), 0, USHRT_MAX },
+        { typeid(int), INT_MIN, INT_MAX },
+        { typeid(unsigned int), 0, UINT_MAX },
+        { typeid(long), LONG_MIN, LONG_MAX },
+        { typeid(unsigned long), 0, ULONG_MAX },
+        { typeid(long long), LLONG_MIN, LLONG_MAX },
+        { typeid(unsigned long long), 0, ULLONG_MAX },
+    };
+    for (Row const& row : rows)
+        if (row.type == type) {
+            m_theKind = Kind::WHOLE;
+            m_theLeast = row.least;
+            m_theMost = row.most;
+        }
+    m_isFloat = type == typeid(float);
+    if (type == typeid(char))
+        m_theKind = Kind::CHARACTER;
+    else if (m_isFloat || type == typeid(double) || type == typeid(NyAngle))
+        m_theKind = Kind::REAL;
+    else if (type == typeid(NyNonNegReal))
+        m_theKind = Kind::REAL_FROM_0;
+}
+
+NyXmlTextRule::NyXmlTextRule(NyBaseXmlBasicType& value)
+{
+    if (!value.xmlInitialized())
+        value.xmlInit();
+    if (isEnum(value)) {
+        m_theKind = Kind::WORDS;
+    } else if (dynamic_cast<NyXmlMemberKind const*>(&value) == nullptr) { // those say themselves what does not fit
+        TypeListener listener;
+        value.writeSchema(listener);
+        if (listener.type() != nullptr)
+            *this = NyXmlTextRule(*listener.type());
+    }
+    m_theValue = &value;
+}
+
+bool NyXmlTextRule::fits(std::string_view text) const
+{
+    return m_theKind == Kind::ANY || matches(text) || (m_doesEmptyFit && text.empty()) || isWrittenBack(text);
+}
+
+bool NyXmlTextRule::matches(std::string_view text) const
+{
+    double value = 0;
+    switch (m_theKind) {
+    case Kind::ANY: return true;
+    case Kind::CHARACTER: return stripped(text).size() == 1;
+    case Kind::WHOLE: return isWhole(stripped(text), m_theLeast, m_theMost);
+    case Kind::REAL: return isReal(stripped(text), m_isFloat, value);
+    case Kind::REAL_FROM_0: return isReal(stripped(text), false, value) && value >= 0;
+    case Kind::WORDS: {
+        std::string const word(text);
+        NyBaseXmlBasicType& v = *m_theValue;
+        return hasWord<unsigned char>(v, word) || hasWord<short>(v, word) || hasWord<unsigned short>(v, word) ||
+               hasWord<int>(v, word) || hasWord<unsigned int>(v, word) || hasWord<bool>(v, word) ||
+               hasWord<NyNonNegReal>(v, word);
+    }
+    }
+    return true;
+}
+
+// A class of an application that reads other texts than its base does writes them, too.
+bool NyXmlTextRule::isWrittenBack(std::string_view text) const
+{
+    if (m_theValue == nullptr || m_theKind == Kind::WORDS)
+        return false;
+    m_theValue->setValueFromString(std::string(text));
+    std::ostringstream nowhere;
+    TextListener listener(nowhere);
+    m_theValue->write(listener);
+    return listener.text() == text;
+}
+
+std::string NyXmlTextRule::wanted() const
+{
+    switch (m_theKind) {
+    case Kind::ANY: return "any text";
+    case Kind::WORDS: return "one of the words";
+    case Kind::CHARACTER: return "one character";
+    case Kind::WHOLE: return "a whole number from " + std::to_string(m_theLeast) + " to " + std::to_string(m_theMost);
+    case Kind::REAL: return "a number";
+    case Kind::REAL_FROM_0: return "a number from 0";
+    }
+    return std::string();
+}

@@ -1,0 +1,347 @@
+#include "fileSupport.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+#include <vector>
+
+namespace {
+
+using Strictness = NyXmlReadOptions::Strictness;
+template <class T>
+using Basic = NyXmlBasicType<T>;
+template <class T>
+using Numbers = NyXmlVectorBasicType<Basic<T>>;
+
+NyXmlReadOptions strictly(Strictness strictness = Strictness::ALL)
+{
+    NyXmlReadOptions options;
+    options.strictness = strictness;
+    options.anyRoot = true;
+    return options;
+}
+
+/// A member of every family, some of them in each other.
+class Zoo : public FileClass<Zoo> {
+public:
+    static constexpr char const* name = "zoo";
+    void registerComponents() override
+    {
+        registerAttributeComponent("kind", &kind);
+        registerAttributeComponent("weight", &weight);
+        registerComponent("angle", &angle);
+        registerComponent("binary", &binary);
+        registerComponent("byte", &byte);
+        registerComponent("embedded", &embedded);
+        registerComponent("flags", &flags);
+        registerComponent("grid", &grid);
+        registerComponent("joint", &joint);
+        registerComponent("joints", &joints);
+        registerComponent("letter", &letter);
+        registerComponent("list", &list);
+        registerComponent("mode", &mode);
+        registerComponent("names", &names);
+        registerComponent("numbers", &numbers);
+        registerComponent("ownMap", &ownMap);
+        registerComponent("pair", &pair);
+        registerComponent("path", &path);
+        registerComponent("place", &place);
+        registerComponentReadOnly("old", &old);
+        registerComponent("set", &set);
+        registerComponent("table", &table);
+        registerComponent("tree", &tree);
+        registerComponent("turn", &turn);
+        registerComponent("vectors", &vectors);
+        pair.setXmlTagNames("from", "to");
+    }
+    bool operator==(Zoo const&) const { return true; }
+
+    FileMode kind;
+    Basic<double> weight;
+    Basic<NyAngle> angle;
+    NyXmlBinaryString binary;
+    Basic<unsigned char> byte;
+    NyXmlEmbeddedString embedded;
+    NyXmlVectorType<Basic<bool>> flags;
+    NyXmlVectorType<NyXmlVectorType<NyXmlVectorBasicType<Basic<unsigned int>>>> grid;
+    FileJoint joint;
+    NyXmlVectorType<FileJoint> joints;
+    Basic<char> letter{ 'x' };
+    NyXmlListType<NyXmlVector> list;
+    FileMode mode;
+    NyXmlVectorType<Basic<std::string>> names;
+    Numbers<double> numbers;
+    Basic<int> old;
+    NyXmlMapType<Basic<int>, FileJoint> ownMap;
+    NyXmlPairType<Basic<std::string>, Basic<unsigned int>> pair;
+    NyXmlVectorVector path;
+    NyXmlVector place;
+    NyXmlSetType<Basic<unsigned int>> set;
+    NyXmlMapType<Basic<std::string>, Numbers<double>> table;
+    FileNode tree;
+    NyXmlOrientation turn;
+    NyXmlVectorType<NyXmlVector> vectors;
+};
+
+using Random = std::mt19937;
+
+int upTo(Random& random, int most) { return static_cast<int>(random() % static_cast<unsigned int>(most + 1)); }
+
+FileJoint randomJoint(Random& random)
+{
+    static char const* const names[] = { "", "elbow", "a b", "0" };
+    FileJoint joint;
+    joint.id = random();
+    joint.mode.xmlInit();
+    joint.mode = upTo(random, 1);
+    joint.angle = std::ldexp(random() - 2e9, upTo(random, 60) - 60);
+    joint.label = std::string(names[upTo(random, 3)]);
+    return joint;
+}
+
+void fill(FileNode& node, Random& random, int depth)
+{
+    node.value = static_cast<int>(random());
+    for (int i = depth > 0 ? upTo(random, 3) : 0; i > 0; --i) {
+        node.nodes.pushBack(FileNode());
+        fill(node.nodes.vectorContainer().back(), random, depth - 1);
+    }
+}
+
+void fill(Zoo& zoo, Random& random)
+{
+    zoo.kind.xmlInit();
+    zoo.mode.xmlInit();
+    zoo.kind = upTo(random, 1);
+    zoo.weight = upTo(random, 5) == 0 ? HUGE_VAL : 1.5 * upTo(random, 100);
+    zoo.angle = NyAngle(-0.1 * upTo(random, 9));
+    zoo.binary.setValue(std::string(static_cast<std::size_t>(upTo(random, 7)), '\0'));
+    zoo.byte = static_cast<unsigned char>(random());
+    zoo.embedded.setValue(upTo(random, 1) == 0 ? "" : "<b c=\"d\">x</b>");
+    zoo.joint = randomJoint(random);
+    for (int i = upTo(random, 4); i > 0; --i) {
+        zoo.flags.pushBack(Basic<bool>(i % 2 == 0));
+        zoo.joints.pushBack(randomJoint(random));
+        zoo.list.pushBack(NyXmlVector(NyVector(i, 0.1, -i)));
+        zoo.names.pushBack(Basic<std::string>(i % 2 == 0 ? "a b" : ""));
+        zoo.numbers.pushBack(i / 3.0);
+        zoo.ownMap.add(Basic<int>(-i), randomJoint(random));
+        zoo.path.pushBack(NyVector(1e300, i, 0));
+        zoo.set.add(Basic<unsigned int>(random()));
+        zoo.table.add(Basic<std::string>("k" + std::to_string(i)), Numbers<double>(static_cast<unsigned int>(i - 1)));
+        zoo.vectors.pushBack(NyXmlVector(NyVector(i, i, i)));
+        zoo.grid.pushBack(
+            NyXmlVectorType<Numbers<unsigned int>>(static_cast<unsigned int>(upTo(random, 2)), Numbers<unsigned int>(2, 7u)));
+    }
+    zoo.pair.set(Basic<std::string>("a"), Basic<unsigned int>(random()));
+    fill(zoo.tree, random, 4);
+}
+
+std::string written(NyXmlObject const& object, bool withDefaults, NyXmlDialect dialect = NyXmlDialect::CORE)
+{
+    NyXmlWriteOptions options;
+    options.dialect = dialect;
+    options.prepare = [&](NyXmlWriter& writer) { writer.setWriteDefaultDataFlag(withDefaults); };
+    std::ostringstream stream;
+    EXPECT_TRUE(NyXmlFile::write(stream, "zoo.xml", object, options).isWritten());
+    return stream.str();
+}
+
+TEST(FileStrict, WhatTheLibraryWritesIsFaultless)
+{
+    Random random(1);
+    for (int i = 0; i < 200; ++i) {
+        SCOPED_TRACE(i);
+        Zoo zoo;
+        fill(zoo, random);
+        Zoo again;
+        NyXmlReadResult const all = readText(written(zoo, true), again, strictly());
+        ASSERT_TRUE(all) << all.str();
+        EXPECT_EQ(written(again, true), written(zoo, true));
+        Zoo fromLess;
+        Zoo fromStandard;
+        NyXmlReadOptions standard = strictly();
+        standard.dialect = NyXmlDialect::STANDARD;
+        NyXmlReadResult const other = readText(written(zoo, true, NyXmlDialect::STANDARD), fromStandard, standard);
+        ASSERT_TRUE(other) << other.str();
+        EXPECT_EQ(written(fromStandard, true), written(zoo, true));
+        NyXmlReadResult const less = readText(written(zoo, false), fromLess, strictly(Strictness::LEFT_OUT_FITS));
+        ASSERT_TRUE(less) << less.str();
+    }
+    EXPECT_TRUE(readText("<zoo/>", *std::make_unique<Zoo>(), strictly(Strictness::LEFT_OUT_FITS)));
+}
+
+/// A document with everything in it once, and a place for each fault.
+std::string sample()
+{
+    Zoo zoo;
+    Random random(7);
+    fill(zoo, random);
+    zoo.weight = 2;
+    for (int i = 0; zoo.joints.size() < 2 && i < 2; ++i)
+        zoo.joints.pushBack(randomJoint(random));
+    zoo.numbers.vectorContainer() = { 1, 2, 3 };
+    zoo.names.vectorContainer() = { Basic<std::string>("one") };
+    zoo.flags.vectorContainer() = { Basic<bool>(true) };
+    zoo.path.assign(2, *std::make_unique<NyVector>(1, 2, 3));
+    zoo.table.clear();
+    zoo.table.add(Basic<std::string>("k"), Numbers<double>(1, 5.0));
+    zoo.grid.vectorContainer().assign(1, NyXmlVectorType<Numbers<unsigned int>>(1, Numbers<unsigned int>(2, 7u)));
+    zoo.ownMap.clear();
+    zoo.ownMap.add(Basic<int>(4), randomJoint(random));
+    zoo.set.clear();
+    zoo.set.add(Basic<unsigned int>(9u));
+    zoo.list.clear();
+    zoo.list.pushBack(NyXmlVector(NyVector(4, 5, 6)));
+    zoo.binary.setValue("abc");
+    zoo.byte = static_cast<unsigned char>(200);
+    zoo.joint.angle = 0.5;
+    return written(zoo, true);
+}
+
+// One fault planted into a good document: it is found, where it is, and nothing else.
+TEST(FileStrict, APlantedFaultIsFound)
+{
+    std::string const document = sample();
+    struct Row {
+        char const* from;
+        char const* to;
+        char const* fault; ///< "KIND path"
+    };
+    Row const rows[] = {
+        { "weight=\"2\"", "weight=\"2kW\"", "BAD_TEXT zoo" },
+        { "weight=\"2\"", "weight=\"1e999\"", "BAD_TEXT zoo" },
+        { "weight=\"2\"", "", "MISSING zoo" },
+        { "weight=\"2\"", "wait=\"2\" weight=\"2\"", "UNKNOWN zoo" },
+        { " mode=\"", " mode=\"x", "BAD_TEXT zoo/joint" },
+        { "<byte>200<", "<byte>256<", "BAD_TEXT zoo/byte" },
+        { "<byte>200<", "<byte>-1<", "BAD_TEXT zoo/byte" },
+        { "<byte>200<", "<byte>ninety<", "BAD_TEXT zoo/byte" },
+        { "<byte>200<", "<byte><", "BAD_TEXT zoo/byte" },
+        { "<byte>200</byte>", "<byte/>", "BAD_TEXT zoo/byte" },
+        { "<byte>200</byte>", "", "MISSING zoo" },
+        { "<byte>200</byte>", "<byte>200</byte><byte>1</byte>", "REPEATED zoo/byte" },
+        { "<byte>200</byte>", "<byte unit=\"b\">200</byte>", "UNKNOWN zoo/byte" },
+        { "<byte>200</byte>", "<byte>200</byte><bite>1</bite>", "UNKNOWN zoo/bite" },
+        { "<byte>200</byte>", "<byte>200</byte><bite><byte>x</byte></bite>", "UNKNOWN zoo/bite" },
+        { "<letter>x<", "<letter>xy<", "BAD_TEXT zoo/letter" },
+        { "<mode>", "<mode>x", "BAD_TEXT zoo/mode" },
+        { "<angle>0.5<", "<angle>0,5<", "BAD_TEXT zoo/joint/angle" },
+        { "<angle>0.5</angle>", "", "MISSING zoo/joint" },
+        { "<group>1</group>\n </flags>", "<group>true</group>\n </flags>", "BAD_TEXT zoo/flags/group" },
+        { "<group>1 2 3<", "<group>1 b 3<", "BAD_TEXT zoo/numbers/group" },
+        { "<group>1 2 3<", "<group>1 2 3 4<", "SIZE zoo/numbers" },
+        { "<group>1 2 3<", "<group>1 2<", "SIZE zoo/numbers" },
+        { "<numbers size=\"3\">", "<numbers>", "SIZE zoo/numbers" },
+        { "<numbers size=\"3\">", "<numbers size=\"3x\">", "BAD_TEXT zoo/numbers" },
+        { "<numbers size=\"3\">", "<numbers size=\"3\" unit=\"m\">", "UNKNOWN zoo/numbers" },
+        { "<names size=\"1\">", "<names size=\"2\">", "SIZE zoo/names" },
+        { "<element>one</element>", "<elment>one</elment>", "UNKNOWN zoo/names/elment" },
+        { "<group>7 7<", "<group>7 -7<", "BAD_TEXT zoo/grid/element/element/group" },
+        { "<group>9<", "<group>9.5<", "BAD_TEXT zoo/set/group" },
+        { "<element x=\"4\" y=\"5\" z=\"6\"/>", "<element x=\"4\" y=\"five\" z=\"6\"/>", "BAD_TEXT zoo/list/element" },
+        { "<element x=\"4\" y=\"5\" z=\"6\"/>", "<element x=\"4\" z=\"6\"/>", "MISSING zoo/list/element" },
+        { "<element x=\"4\" y=\"5\" z=\"6\"/>", "<element x=\"4\" y=\"5\" z=\"6\" w=\"7\"/>", "UNKNOWN zoo/list/element" },
+        { "<key>4<", "<key>four<", "BAD_TEXT zoo/ownMap/element/key" },
+        { "<key>4</key>", "<kay>4</kay>", "UNKNOWN zoo/ownMap/element/kay" },
+        { "<from>a</from>", "", "MISSING zoo/pair" },
+        { "<from>a</from>", "<from>a</from><from>b</from>", "REPEATED zoo/pair/from" },
+        { "<path size=\"2\">", "<path size=\"3\">", "SIZE zoo/path" },
+        { "<path size=\"2\">", "<path size=\"1\">", "SIZE zoo/path" },
+        { "<element x=\"1\" y=\"2\" z=\"3\"/>", "<element x=\"1\" y=\"2\" z=\"III\"/>", "BAD_TEXT zoo/path/element" },
+        { "<element x=\"1\" y=\"2\" z=\"3\"/>", "<element x=\"1\" y=\"2\"/>", "MISSING zoo/path/element" },
+        { "YWJj", "YWJ", "BAD_TEXT zoo/binary" },
+        { "YWJj", "YW*j", "BAD_TEXT zoo/binary" },
+        { "<group>5<", "<group>5 five<", "BAD_TEXT zoo/table/element/value/group; SIZE zoo/table/element/value" },
+        { "<tree>\n", "<tree>text</tree><tree>\n", "UNREAD zoo/tree; REPEATED zoo/tree" },
+        { "</zoo>", "<joint/></zoo>",
+          "REPEATED zoo/joint; MISSING zoo/joint; MISSING zoo/joint; MISSING zoo/joint; MISSING zoo/joint" },
+        { "</zoo>", "</zoo><zoo/>", "BEHIND_ROOT zoo" },
+    };
+    for (Row const& row : rows) {
+        SCOPED_TRACE(std::string(row.from) + " -> " + row.to);
+        std::string wrong = document;
+        std::size_t const place = wrong.find(row.from);
+        ASSERT_NE(place, std::string::npos) << document;
+        wrong.replace(place, std::string(row.from).size(), row.to);
+        Zoo zoo;
+        NyXmlReadResult const result = readText(wrong, zoo, strictly());
+        std::string told = faultsIn(result);
+        for (std::size_t line = told.find(' '); line != std::string::npos;
+             line = told.find("; ", line)) { // lines are the next test's
+            line = told.find(' ', line == told.find(' ') ? 0 : line + 2);
+            told.erase(line, told.find(' ', line + 1) - line);
+        }
+        EXPECT_EQ(told, row.fault) << result.str();
+    }
+}
+
+TEST(FileStrict, FaultsSayWhatIsWrongAndWhere)
+{
+    FileJoint joint;
+    EXPECT_EQ(readText("<joint id='-1' mode='quick'>\n<angle>12kW</angle>\n<angle>1</angle></joint>", joint, strictly()).str(),
+              "doc.xml:1: joint: attribute \"id\": \"-1\" is not a whole number from 0 to 4294967295\n"
+              "doc.xml:1: joint: attribute \"mode\": \"quick\" is not one of the words\n"
+              "doc.xml:2: joint/angle: \"12kW\" is not a number\n"
+              "doc.xml:3: joint/angle: element \"angle\" stands there 2 times\n"
+              "doc.xml:3: joint: element \"name\" is missing\n");
+    EXPECT_EQ(joint.angle, 1.0) << "what can be read is read all the same";
+}
+
+// A class of an application that takes other texts than its base knows what is right.
+class Yes : public Basic<bool> {
+public:
+    NyXmlObject* clone() const override { return new Yes(*this); }
+    NyXmlObject* newObject() const override { return new Yes; }
+    void setValueFromString(std::string const& text) override { setValue(text == "yes"); }
+    bool write(NyXmlWriter& writer) const override
+    {
+        writer.data(value() ? "yes" : "no");
+        return true;
+    }
+};
+
+class Garden : public NyXmlBaseVariableCompoundType {
+public:
+    NyXmlObject* clone() const override { return new Garden(*this); }
+    NyXmlObject* newObject() const override { return new Garden; }
+    NyToken const& token() const override { return NyXml::NyVarVectorTypeToken; }
+    bool equality(NyXmlObject const*) const override { return true; }
+    void registerComponents() override
+    {
+        registerComponentCreator("joint", [] { return static_cast<NyXmlObject*>(new FileJoint); });
+        registerComponentCreator("yes", [] { return static_cast<NyXmlObject*>(new Yes); });
+    }
+    bool readValueFromToken(NyToken const& element, NyXmlReader& reader) override
+    {
+        std::unique_ptr<NyXmlObject> const member(newObjectFromToken(element));
+        return member != nullptr && (member->read(reader), true);
+    }
+};
+
+TEST(FileStrict, ClassesThatTheDocumentChooses)
+{
+    std::string const plugIn = NYXML_TEST_PLUGIN_DIR "/shapes.nyp";
+    std::string const start = "<g><joint id='1' mode='fast'><angle>x</angle><name/></joint><yes>yes</yes><yes>true</yes>";
+    EXPECT_EQ(faultsOf<Garden>(start + "<rose/></g>", strictly()),
+              "BAD_TEXT 1 g/joint/angle; BAD_TEXT 1 g/yes; UNKNOWN 1 g/rose");
+    EXPECT_EQ(faultsOf<Garden>("<g><length library='" + plugIn + "'>1</length><length>2m</length><box>any</box></g>", strictly()),
+              "BAD_TEXT 1 g/length");
+}
+
+TEST(FileStrict, IncludesStandForTheirElement)
+{
+    ScratchDirectory const folder;
+    folder.write("one.xml", "<joint id='1' mode='fast'><angle>1</angle><name/></joint>");
+    folder.write("two.xml", "<joint id='1' mode='fast'>\n<angle>one</angle><name/></joint>");
+    std::string const path = folder.write(
+        "all.xml",
+        "<joints size='2'><NyInclude type='simple' href='one.xml'/><NyInclude type='simple' href='two.xml'/></joints>");
+    NyXmlVectorType<FileJoint> joints;
+    NyXmlReadResult const result = NyXmlFile::read(path, joints, strictly());
+    EXPECT_EQ(faultsIn(result), "BAD_TEXT 2 joints/joint/angle");
+    EXPECT_EQ(result.faults.at(0).file, folder.path("two.xml"));
+    EXPECT_EQ(joints.size(), 2u);
+}
+
+} // namespace
