@@ -121,6 +121,9 @@ int main(int argc, char** argv)
     bench::addExpat(runs);
     bench::addLibxml2(runs);
     bench::addStdio(runs);
+#ifdef NYXML_WITH_KIT
+    bench::addStandard(runs);
+#endif
 
     if (argc == 5 && std::strcmp(argv[1], "once") == 0) {
         bench::divideSizesBy(static_cast<unsigned int>(std::atoi(argv[3])));

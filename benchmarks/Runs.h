@@ -104,6 +104,7 @@ void addRapidXml(Runs& runs);
 void addExpat(Runs& runs);
 void addLibxml2(Runs& runs);
 void addStdio(Runs& runs);
+void addStandard(Runs& runs);
 
 /// The peer whose parser also looks at what the others wrote.
 void pugixmlReadNumbers(std::string& document, Numbers& held);

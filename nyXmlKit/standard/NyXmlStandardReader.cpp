@@ -127,6 +127,7 @@ private:
     bool nextFast(bool wantsEnds = false);
     bool passFastEnd();
     void leaveFastTag();
+    std::size_t endFast();
     Mode readOnBehindFast();
 
     std::string m_name;
@@ -496,10 +497,12 @@ bool NyXmlStandardReader::Document::skip()
     if (m_mode == NyXmlFileReader::XML_READER_EMPTY_TAG)
         return true;
     dropAttributes();
+    if (m_isFastAtEnd)
+        return readXml() != NyXmlFileReader::XML_READER_ERROR;
     if (m_mode == NyXmlFileReader::XML_READER_ERROR || m_open.empty())
         return false;
     leaveStartTag();
-    for (std::size_t depth = 0;; advance()) {
+    for (std::size_t depth = endFast();; advance()) {
         Event const& event = peek();
         if (event.kind == Event::Kind::START && !event.isEmpty) {
             ++depth;
@@ -521,6 +524,10 @@ std::string const& NyXmlStandardReader::Document::children()
     m_children.clear();
     if (m_mode != NyXmlFileReader::XML_READER_START_TAG)
         return m_children;
+    if (m_isFast) { // its children are taken already
+        skip();
+        return m_children;
+    }
     leaveStartTag();
     std::vector<Name const*> open;
     for (;; advance()) {
@@ -734,14 +741,20 @@ void NyXmlStandardReader::Document::fastEnd()
     }
 }
 
+/// Leaves the fast paths. \return how many elements they have left open
+std::size_t NyXmlStandardReader::Document::endFast()
+{
+    leaveFastTag();
+    m_isFast = m_hasFastChild = false;
+    return std::exchange(m_fastDepth, 0);
+}
+
 /// readXml() behind fast paths.
 Mode NyXmlStandardReader::Document::readOnBehindFast()
 {
     bool const isOpen = m_isFastInTag || m_fastDepth != 0; // also an empty tag of which only attributes were taken
-    leaveFastTag();
-    m_isFast = false;
-    std::size_t depth = std::exchange(m_fastDepth, 0);
-    bool const hasChild = std::exchange(m_hasFastChild, false);
+    bool const hasChild = m_hasFastChild;
+    std::size_t depth = endFast();
     if (m_mode == NyXmlFileReader::XML_READER_ERROR)
         return m_mode;
     bool const isEmpty = std::exchange(m_isFastEmpty, false);
@@ -799,7 +812,8 @@ void NyXmlStandardReader::push(std::string const& name, std::istream& stream, st
 
 void NyXmlStandardReader::open(std::string const& name, std::istream& stream)
 {
-    push(name, stream, nullptr);
+    // As in the core: what lies above the first document counts as an include.
+    push(name, stream, std::unique_ptr<std::istream>(m_theDocuments.empty() ? nullptr : &stream));
     m_isVersionDue = true;
     m_isVersionGood = true;
 }

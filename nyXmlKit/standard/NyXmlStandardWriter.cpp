@@ -6,6 +6,7 @@
 #include <nyXml/platform/NyStringConversion.h>
 #include <nyXml/reader/NyXmlFileReader.h>
 #include <nyXml/values/NyXmlEmbeddedString.h>
+#include <nyXml/values/NyXmlTextOf.h>
 #include <nyXmlKit/standard/detail/NyXmlMarkup.h>
 
 #include <algorithm>
@@ -29,16 +30,12 @@ std::string schemaFile(std::string const& fileName, std::string const& ns)
     return stem.substr(stem.find_last_of("\\/") + 1) + '.' + ns.substr(ns.rfind('/') + 1) + ".xsd";
 }
 
-/// The shortest text of the same number; \p text itself if it is none.
-template <class Real>
-std::string shortest(std::string const& text)
+/// Whether a text can be nothing but a number: a class of an application's own may call anything a real.
+bool isDecimal(std::string const& text) { return text.find_first_not_of("0123456789+-.e") == text.npos; }
+
+std::string shortest(float value)
 {
-    Real value = 0;
-    char const* const end = text.data() + text.size();
-    auto const [behind, fault] = std::from_chars(text.data(), end, value);
-    if (behind != end || fault != std::errc())
-        return text;
-    char digits[64];
+    char digits[32];
     return { digits, std::to_chars(digits, digits + sizeof digits, value).ptr };
 }
 
@@ -257,6 +254,10 @@ void NyXmlStandardWriter::setAttributeName(NyToken const& token)
         complain("Error", "attribute is not in a start tag, and left out: " + name);
         return;
     }
+    if (ns.empty() && name == "xmlns") {
+        name = "_xmlns";
+        complain("Error", "no name in XML: xmlns, written as _xmlns"); // it would declare a namespace
+    }
     if (ns == xmlNamespace) {
         name.insert(0, "xml:");
     } else if (!ns.empty()) {
@@ -310,10 +311,10 @@ void NyXmlStandardWriter::type(std::type_info const& info)
 void NyXmlStandardWriter::data(std::string const& value)
 {
     std::string number;
-    if (m_switches.shortestReals && m_kind == Kind::REAL)
-        number = shortest<double>(value);
-    else if (m_switches.shortestReals && m_kind == Kind::FLOAT)
-        number = shortest<float>(value);
+    if (m_switches.shortestReals && (m_kind == Kind::REAL || m_kind == Kind::FLOAT) && isDecimal(value)) {
+        double const real = NyXmlText::toDouble(value);
+        number = m_kind == Kind::REAL ? NyDOUBLE2STRING(real) : shortest(static_cast<float>(real));
+    }
     std::string const& text = number.empty() ? value : number;
     switch (m_mode) {
     case Mode::ATTRIBUTE: attributeValue(text); break;

@@ -380,6 +380,23 @@ TEST(StandardReader, FastPaths)
     EXPECT_EQ(messages.take(), "");
 }
 
+// A fast path may stand at the end of the element when somebody skips it.
+TEST(StandardReader, SkippingBehindFastPaths)
+{
+    for (int words = 0; words != 3; ++words) {
+        Messages messages;
+        Reader open("<r><a><b x='1'>2</b></a><c/></r>", 2);
+        for (int i = 0; i != words; ++i)
+            open.reader.getContentByWordFast();
+        EXPECT_TRUE(open.reader.nextMatchingEndTag());
+        EXPECT_EQ(eventsLeft(open.reader), "empty c | end | eof");
+        Reader other("<r><a><b x='1'>2</b></a><c/></r>", 2);
+        other.reader.getAttributeValueFast();
+        EXPECT_EQ(other.reader.getChildrenAsString(), "");
+        EXPECT_EQ(eventsLeft(other.reader), "empty c | end | eof");
+    }
+}
+
 class Everything : public NyXmlCompoundType {
 public:
     NyXmlObject* clone() const override { return new Everything(*this); }
