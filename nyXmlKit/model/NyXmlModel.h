@@ -208,6 +208,22 @@ protected:
         NyXmlRegistrar::enter(*this, true, Self::xmlName, theName, &theMember);
     }
 
+    /// Several at once: `elements("angle", angle, "limit", limit);`.
+    template <class Member, class... More>
+    void elements(char const* theName, Member& theMember, More&&... more)
+    {
+        element(theName, theMember);
+        if constexpr (sizeof...(more) > 0)
+            elements(more...);
+    }
+    template <class Member, class... More>
+    void attributes(char const* theName, Member& theMember, More&&... more)
+    {
+        attribute(theName, theMember);
+        if constexpr (sizeof...(more) > 0)
+            attributes(more...);
+    }
+
     // For classes over NyXmlVersioned: registrations that hold in some versions of the document. `since(2)`, `until(3)`, `between(2, 3)`.
 
     template <class Member>

@@ -69,7 +69,7 @@ TEST(Versions, Removed)
 class Renamed : public NyXmlModel<Renamed, NyXmlVersioned> {
 public:
     static constexpr auto xmlName = "urn:t#renamed";
-    static constexpr unsigned int xmlVersion = 3;
+    static constexpr unsigned int xmlVersion = 3; // what is written: <renamed formatVersion="3" ...>
     void registerComponents() override
     {
         element("velo", speed, until(1));
