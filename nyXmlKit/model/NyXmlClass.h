@@ -47,6 +47,7 @@ public:
         NyToken token;
         std::ptrdiff_t distance;   ///< from the compound to the object
         char const* scope;         ///< whose short name it is, or null for one that was registered by its token
+        char const* name;          ///< that short name, a literal
         std::ptrdiff_t occurrence; ///< from the compound to the member's NyXmlOccurrence, or noOccurrence
     };
     static constexpr std::ptrdiff_t noOccurrence = PTRDIFF_MIN;

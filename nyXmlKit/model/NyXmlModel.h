@@ -7,6 +7,7 @@
 #include <nyXmlKit/model/detail/NyXmlRegistrar.h>
 #include <nyXmlKit/model/detail/NyXmlSharing.h>
 
+#include <cstddef>
 #include <type_traits>
 #include <typeinfo>
 
@@ -79,22 +80,22 @@ public:
     }
     void registerComponent(NyToken const& theToken, NyXmlObject* theObject) override
     {
-        NyXmlRegistrar::note(*this, this->xmlClass(), false, false, theToken, theObject);
+        NyXmlRegistrar::note(*this, *this, false, false, theToken, theObject);
         Base::registerComponent(theToken, theObject);
     }
     void registerComponentReadOnly(NyToken const& theToken, NyXmlObject* theObject) override
     {
-        NyXmlRegistrar::note(*this, this->xmlClass(), false, true, theToken, theObject);
+        NyXmlRegistrar::note(*this, *this, false, true, theToken, theObject);
         Base::registerComponentReadOnly(theToken, theObject);
     }
     void registerAttributeComponent(NyToken const& theToken, NyXmlObject* theObject) override
     {
-        NyXmlRegistrar::note(*this, this->xmlClass(), true, false, theToken, theObject);
+        NyXmlRegistrar::note(*this, *this, true, false, theToken, theObject);
         Base::registerAttributeComponent(theToken, theObject);
     }
     void registerAttributeComponentReadOnly(NyToken const& theToken, NyXmlObject* theObject) override
     {
-        NyXmlRegistrar::note(*this, this->xmlClass(), true, true, theToken, theObject);
+        NyXmlRegistrar::note(*this, *this, true, true, theToken, theObject);
         Base::registerAttributeComponentReadOnly(theToken, theObject);
     }
 };
@@ -189,17 +190,19 @@ public:
     bool operator!=(Self const& theOther) const { return !this->equality(&theOther); }
 
 protected:
+    // Names are literals: by its address a name is known again for the next object. Others go to the core's registerComponent().
+
     /// The member answers to the child element of this name, in the namespace of this class.
-    template <class Member>
-    void element(char const* theName, Member& theMember)
+    template <std::size_t length, class Member>
+    void element(char const (&theName)[length], Member& theMember)
     {
         static_assert(std::is_base_of_v<NyXmlObject, Member>,
                       "an element is an object: NyXmlBasicType<double>, say, and no plain double");
         NyXmlRegistrar::enter(*this, false, Self::xmlName, theName, &theMember);
     }
     /// The member answers to the attribute of this name.
-    template <class Member>
-    void attribute(char const* theName, Member& theMember)
+    template <std::size_t length, class Member>
+    void attribute(char const (&theName)[length], Member& theMember)
     {
         static_assert(std::is_base_of_v<NyXmlObject, Member>,
                       "an attribute is an object: NyXmlBasicType<double>, say, and no plain double");
@@ -208,16 +211,21 @@ protected:
         NyXmlRegistrar::enter(*this, true, Self::xmlName, theName, &theMember);
     }
 
+    template <std::size_t length, class Member>
+    void element(char (&theName)[length], Member& theMember) = delete;
+    template <std::size_t length, class Member>
+    void attribute(char (&theName)[length], Member& theMember) = delete;
+
     /// Several at once: `elements("angle", angle, "limit", limit);`.
-    template <class Member, class... More>
-    void elements(char const* theName, Member& theMember, More&&... more)
+    template <std::size_t length, class Member, class... More>
+    void elements(char const (&theName)[length], Member& theMember, More&&... more)
     {
         element(theName, theMember);
         if constexpr (sizeof...(more) > 0)
             elements(more...);
     }
-    template <class Member, class... More>
-    void attributes(char const* theName, Member& theMember, More&&... more)
+    template <std::size_t length, class Member, class... More>
+    void attributes(char const (&theName)[length], Member& theMember, More&&... more)
     {
         attribute(theName, theMember);
         if constexpr (sizeof...(more) > 0)
@@ -226,14 +234,14 @@ protected:
 
     // For classes over NyXmlVersioned: registrations that hold in some versions of the document. `since(2)`, `until(3)`, `between(2, 3)`.
 
-    template <class Member>
-    void element(char const* theName, Member& theMember, NyXmlVersions theVersions)
+    template <std::size_t length, class Member>
+    void element(char const (&theName)[length], Member& theMember, NyXmlVersions theVersions)
     {
         if (enterVersioned(false, theName, theMember, theVersions))
             element(theName, theMember);
     }
-    template <class Member>
-    void attribute(char const* theName, Member& theMember, NyXmlVersions theVersions)
+    template <std::size_t length, class Member>
+    void attribute(char const (&theName)[length], Member& theMember, NyXmlVersions theVersions)
     {
         if (enterVersioned(true, theName, theMember, theVersions))
             attribute(theName, theMember);

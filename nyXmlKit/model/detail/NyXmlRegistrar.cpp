@@ -74,11 +74,14 @@ NyXmlRegistrar::NyXmlRegistrar(NyXmlCompoundType& compound, NyXmlModelKind& kind
       m_theKind(kind),
       m_theClass(kind.xmlClass()),
       m_theKnown(m_theClass.members()),
-      m_theOuter(theRegistrar),
-      m_notesVersions(m_theClass.versioned().empty())
+      m_theOuter(theRegistrar)
 {
     theRegistrar = this;
-    if (typeid(compound) != m_theClass.type()) {
+    if (m_theKnown != nullptr) {
+        m_theNext = m_theKnown->registered.data();
+        m_theEnd = m_theNext + m_theKnown->registered.size();
+    }
+    if (&typeid(compound) != &m_theClass.type() && typeid(compound) != m_theClass.type()) {
         std::string const name = readableName(typeid(compound)), base = readableName(m_theClass.type());
         Ny::Print::write(
             Ny::Print::FAULT,
@@ -94,7 +97,7 @@ NyXmlRegistrar::~NyXmlRegistrar()
     theRegistrar = m_theOuter;
     if (!m_theVersioned.empty())
         m_theClass.publish(std::move(m_theVersioned));
-    if (m_differs || (m_theKnown != nullptr && m_theNext != m_theKnown->registered.size()))
+    if (m_differs || m_theNext != m_theEnd)
         m_theClass.setVarying();
     else if (m_theKnown == nullptr && !m_theClass.isVarying())
         m_theClass.publish(m_theCompound, std::move(m_theNoted));
@@ -121,13 +124,20 @@ void NyXmlRegistrar::enter(NyXmlCompoundType& compound, bool isAttribute, char c
         return;
     }
     registrar->registerBasesOnce();
-    char const* const outerScope = std::exchange(registrar->m_theScope, scope);
-    NyXmlClass::Member const* const next = registrar->nextKnown();
-    if (next != nullptr && next->scope == scope && next->isAttribute == isAttribute && next->token.localName() == name)
+    NyXmlClass::Member const* const next = registrar->m_theNext;
+    if (next != registrar->m_theEnd && next->name == name && next->scope == scope && next->isAttribute == isAttribute &&
+        next->distance == distanceOf(compound, object) && !next->isReadOnly) {
+        ++registrar->m_theNext;
+        registrar->m_isCompared = true;
         registerAs(next->token);
-    else
-        registerAs(NyXmlModelWork::tokenInScopeOf(isAttribute ? "" : scope, name));
+        registrar->m_isCompared = false; // an override may have kept it from us
+        return;
+    }
+    char const* const outerScope = std::exchange(registrar->m_theScope, scope);
+    char const* const outerName = std::exchange(registrar->m_theName, name);
+    registerAs(NyXmlModelWork::tokenInScopeOf(isAttribute ? "" : scope, name));
     registrar->m_theScope = outerScope;
+    registrar->m_theName = outerName;
 }
 
 NyXmlRegistrar* NyXmlRegistrar::noterOfVersions(NyXmlCompoundType const& compound)
@@ -136,7 +146,7 @@ NyXmlRegistrar* NyXmlRegistrar::noterOfVersions(NyXmlCompoundType const& compoun
     if (registrar == nullptr || &registrar->m_theCompound != &compound)
         return nullptr;
     registrar->registerBasesOnce();
-    return registrar->m_notesVersions ? registrar : nullptr;
+    return registrar->m_theClass.versioned().empty() ? registrar : nullptr;
 }
 
 bool NyXmlRegistrar::enterVersioned(NyXmlCompoundType& compound, NyXmlClass const& ofClass, bool isAttribute, char const* name,
@@ -145,7 +155,7 @@ bool NyXmlRegistrar::enterVersioned(NyXmlCompoundType& compound, NyXmlClass cons
     std::ptrdiff_t const distance = distanceOf(compound, object);
     if (NyXmlRegistrar* const noter = noterOfVersions(compound); noter != nullptr && ofClass.isInside(compound, distance)) {
         auto const read = [distance](NyXmlCompoundType& into, NyXmlReader& reader, bool asAttribute) {
-            NyXmlObject& member = NyXmlClass::object(into, { asAttribute, false, NyToken(), distance, nullptr, 0 });
+            NyXmlObject& member = NyXmlClass::object(into, { asAttribute, false, NyToken(), distance, nullptr, nullptr, 0 });
             if (asAttribute)
                 member.readAttribute(reader);
             else
@@ -163,24 +173,26 @@ void NyXmlRegistrar::enterOld(NyXmlCompoundType& compound, bool isAttribute, cha
         noter->m_theVersioned.push_back({ isAttribute, name, versions, std::move(read) });
 }
 
-void NyXmlRegistrar::note(NyXmlCompoundType const& compound, NyXmlClass const& ofClass, bool isAttribute, bool isReadOnly,
+void NyXmlRegistrar::note(NyXmlCompoundType const& compound, NyXmlModelKind const& kind, bool isAttribute, bool isReadOnly,
                           NyToken const& token, NyXmlObject* object)
 {
     NyXmlRegistrar* const registrar = theRegistrar;
     if (registrar == nullptr || &registrar->m_theCompound != &compound) {
-        ofClass.setVarying(); // at another time than the others of the class
+        kind.xmlClass().setVarying(); // at another time than the others of the class
         return;
     }
+    if (std::exchange(registrar->m_isCompared, false))
+        return;
     registrar->registerBasesOnce();
     std::ptrdiff_t const distance = distanceOf(compound, object);
     if (registrar->m_theKnown == nullptr) {
         registrar->m_theNoted.push_back(
-            { isAttribute, isReadOnly, token, distance, registrar->m_theScope, NyXmlClass::noOccurrence });
+            { isAttribute, isReadOnly, token, distance, registrar->m_theScope, registrar->m_theName, NyXmlClass::noOccurrence });
         return;
     }
-    NyXmlClass::Member const* const next = registrar->nextKnown();
-    if (next != nullptr && next->distance == distance && next->isAttribute == isAttribute && next->isReadOnly == isReadOnly &&
-        (&next->token == &token || next->token == token))
+    NyXmlClass::Member const* const next = registrar->m_theNext;
+    if (next != registrar->m_theEnd && next->distance == distance && next->isAttribute == isAttribute &&
+        next->isReadOnly == isReadOnly && (&next->token == &token || next->token == token))
         ++registrar->m_theNext;
     else
         registrar->m_differs = true;

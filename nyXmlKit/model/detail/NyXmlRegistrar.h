@@ -16,8 +16,8 @@ class NyXmlWriter;
 /// Goes along with the registrations of one object, from its construction to its end: notes those of a class's first object, and
 /// compares those of the others.
 ///
-/// Hot: it lives once for each object that is read, and looks at each registration. Names are compared with the text of the last time
-/// instead of being made into tokens.
+/// Hot: it lives once for each object that is read, and looks at each registration. Names are known by their address instead of being
+/// made into tokens, and one look tells that all is as the last time.
 class NYXML_EXPORT NyXmlRegistrar {
 public:
     NyXmlRegistrar(NyXmlCompoundType& compound, NyXmlModelKind& kind);
@@ -39,14 +39,10 @@ public:
                          NyXmlClass::ReadOld read);
 
     /// Looks at a registration before the core does.
-    static void note(NyXmlCompoundType const& compound, NyXmlClass const& ofClass, bool isAttribute, bool isReadOnly,
+    static void note(NyXmlCompoundType const& compound, NyXmlModelKind const& kind, bool isAttribute, bool isReadOnly,
                      NyToken const& token, NyXmlObject* object);
 
 private:
-    NyXmlClass::Member const* nextKnown() const noexcept
-    {
-        return m_theKnown != nullptr && m_theNext < m_theKnown->registered.size() ? &m_theKnown->registered[m_theNext] : nullptr;
-    }
     void registerBasesOnce();
     static NyXmlRegistrar* noterOfVersions(NyXmlCompoundType const& compound);
 
@@ -56,12 +52,14 @@ private:
     NyXmlClass::Members const* m_theKnown;
     NyXmlRegistrar* m_theOuter;
     char const* m_theScope = nullptr; ///< of the registration that enter() makes
-    std::size_t m_theNext = 0;
+    char const* m_theName = nullptr;
+    bool m_isCompared = false;                     ///< enter() has looked at the registration that comes
+    NyXmlClass::Member const* m_theNext = nullptr; ///< registration that is expected now
+    NyXmlClass::Member const* m_theEnd = nullptr;
     bool m_hasBases = false; ///< registered, or being registered
     bool m_differs = false;
     std::vector<NyXmlClass::Member> m_theNoted;
     std::vector<NyXmlClass::Versioned> m_theVersioned;
-    bool m_notesVersions; ///< we are the first of our class
 };
 
 /// What NyXmlModel does alike for every class.
