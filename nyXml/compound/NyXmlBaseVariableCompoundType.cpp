@@ -6,6 +6,7 @@
 #include <nyXml/schema/NyXmlSchema.h>
 #include <nyXml/traversal/NyXmlObjectVisitor.h>
 #include <nyXml/writer/NyXmlWriter.h>
+#include <nyXml/writer/detail/NyXmlTogether.h>
 
 #include <memory>
 #include <typeinfo>
@@ -75,9 +76,11 @@ bool NyXmlBaseVariableCompoundType::write(NyXmlWriter& writer) const
 {
     bool const result = NyXmlObject::write(writer);
     if (m_AddLibraries.size() != 0) {
+        NyXmlTogether together(writer);
         writer.writeStartTagUsingParentNamespace(NyXml::NyAddLibrariesToken);
         m_AddLibraries.write(writer);
         writer.writeEndTag();
+        together.end();
     }
     return result;
 }

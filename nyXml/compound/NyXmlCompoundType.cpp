@@ -8,7 +8,9 @@
 #include <nyXml/reader/NyXmlReader.h>
 #include <nyXml/schema/NyXmlSchema.h>
 #include <nyXml/traversal/NyXmlObjectVisitor.h>
+#include <nyXml/values/detail/NyXmlOwnValues.h>
 #include <nyXml/writer/NyXmlWriter.h>
+#include <nyXml/writer/detail/NyXmlTogether.h>
 
 #include <algorithm>
 #include <cstddef>
@@ -230,28 +232,48 @@ bool NyXmlCompoundType::write(NyXmlWriter& writer) const
 bool NyXmlCompoundType::writeAttributes(NyXmlWriter& writer) const
 {
     bool const result = NyXmlObject::write(writer);
-    if (hasAttributes())
-        forEach(NyComponentKind::ATTRIBUTE, [&](NyToken const& token, NyXmlObject const& object) {
-            if (hasMarks() && isReadOnlyAttribute(token))
+    if (!hasAttributes())
+        return result;
+    NyXmlTogether together(writer);
+    forEach(NyComponentKind::ATTRIBUTE, [&](NyToken const& token, NyXmlObject const& object) {
+        if (hasMarks()) {
+            NyXmlApart const apart(writer);
+            if (isReadOnlyAttribute(token))
                 return;
-            writer.setAttributeName(token);
-            object.write(writer);
-        });
+        }
+        writer.setAttributeName(token);
+        NyXmlApart const apart(writer, !NyXmlOwnValues::has(object));
+        object.write(writer);
+    });
+    together.end();
     return result;
 }
 
 bool NyXmlCompoundType::writeElements(NyXmlWriter& writer) const
 {
-    if (hasChildren())
-        forEach(NyComponentKind::ELEMENT, [&](NyToken const& token, NyXmlObject const& object) {
-            if (hasMarks() && isReadOnlyComponent(token))
+    if (!hasChildren())
+        return true;
+    NyXmlTogether together(writer);
+    forEach(NyComponentKind::ELEMENT, [&](NyToken const& token, NyXmlObject const& object) {
+        if (hasMarks()) {
+            NyXmlApart const apart(writer);
+            if (isReadOnlyComponent(token))
                 return;
-            if (!writer.writeDefaultDataFlag() && !object.isBasicType() && object.equalsDefault())
+        }
+        bool const isForeign = !NyXmlOwnValues::has(object);
+        if (!writer.writeDefaultDataFlag()) {
+            NyXmlApart const apart(writer, isForeign);
+            if (!object.isBasicType() && object.equalsDefault())
                 return;
-            writer.writeStartTag(token);
+        }
+        writer.writeStartTag(token);
+        {
+            NyXmlApart const apart(writer, isForeign);
             object.write(writer);
-            writer.writeEndTag();
-        });
+        }
+        writer.writeEndTag();
+    });
+    together.end();
     return true;
 }
 

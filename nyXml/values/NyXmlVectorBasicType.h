@@ -209,6 +209,12 @@ public:
     explicit Source(std::vector<T> const& items) : m_next(items.begin()) {}
 
     bool isBasic() const override { return m_item.isBasicType(); }
+    bool isOurs() const override { return NyXmlOwnValues::has(m_item); }
+    void writeRun(NyXmlWriter& writer, unsigned int count) override
+    {
+        while (count-- != 0)
+            Source::writeNext(writer); // without a look-up for each
+    }
     void writeNext(NyXmlWriter& writer) override
     {
         if constexpr (std::is_same_v<B, NyXmlBasicType<T>>) {

@@ -78,6 +78,7 @@ bool NyXmlVectorVector::read(NyXmlReader& reader)
 bool NyXmlVectorVector::write(NyXmlWriter& writer) const
 {
     bool const result = NyXmlObject::write(writer);
+    NyXmlTogether together(writer);
     writer.setAttributeName(NyXml::NyCountToken);
     writer << size();
     for (NyVector const& vector : m_theVectors) {
@@ -85,6 +86,7 @@ bool NyXmlVectorVector::write(NyXmlWriter& writer) const
         writeComponents(writer, coordinateNames, { vector.x(), vector.y(), vector.z() });
         writer.writeEndTag();
     }
+    together.end();
     return result;
 }
 

@@ -8,6 +8,7 @@
 #include <nyXml/platform/NyStringConversion.h>
 #include <nyXml/traversal/NyXmlSignals.h>
 #include <nyXml/writer/detail/NyDecimalText.h>
+#include <nyXml/writer/detail/NyXmlTogether.h>
 
 #include <algorithm>
 #include <array>
@@ -111,7 +112,8 @@ NyXmlWriter::NyXmlWriter(NyXmlWriter const& other)
       m_WriteSchema(other.m_WriteSchema),
       m_TypeName(other.m_TypeName),
       m_LastType(other.m_LastType),
-      m_HeldPieces(other.m_HeldPieces)
+      m_HeldPieces(other.m_HeldPieces),
+      m_HasPassedOn(other.m_HasPassedOn)
 {
     m_Stream.imbue(std::locale::classic());
 }
@@ -138,6 +140,7 @@ NyXmlWriter& NyXmlWriter::operator=(NyXmlWriter const& other)
     m_TypeName = other.m_TypeName;
     m_LastType = other.m_LastType;
     m_HeldPieces = other.m_HeldPieces;
+    m_HasPassedOn = other.m_HasPassedOn;
     return *this;
 }
 
@@ -156,128 +159,160 @@ void NyXmlWriter::writeStartTag(NyToken const& token)
 
 void NyXmlWriter::writeStartTagUsingParentNamespace(NyToken const& token)
 {
-    if (m_TagStack.empty()) {
+    if (m_TagStack.empty())
         writeStartTag(token);
-        return;
-    }
-    m_TagStack.makeRoom();
-    std::string const& xmlNamespace = m_TagStack.back().ownNamespace;
-    // The token of this name is only needed by those who look at it. A namespace with a "#" is split anew when it is made.
-    if (isPlain() && !m_WriteSchema && xmlNamespace.find('#') == std::string::npos)
-        startElement(xmlNamespace, token.localName());
-    else
-        writeStartTag(NyToken(xmlNamespace + '#' + token.localName()));
+    else if (isPlain() && !m_WriteSchema && !m_TagStack.ownNamespaceSplits())
+        startElement(m_TagStack.ownNamespace(), token.localName());
+    else // somebody looks at the token, or its namespace is split anew when it is made
+        writeStartTag(NyToken(m_TagStack.ownNamespace() + '#' + token.localName()));
 }
 
+/// \param xmlNamespace  may be that of the enclosing element, where it stands on the stack
 void NyXmlWriter::startElement(std::string const& xmlNamespace, std::string const& localName)
 {
-    if (xmlNamespace.empty()) {
-        Ny::Print::write(Ny::Print::FAULT, "NyXmlWriter Warning: All elements should have namespace: %s\n\tFile: %s\n",
-                         localName.c_str(), m_FileName.c_str());
-    } else if (m_RootNamespace.empty()) {
-        m_RootNamespace = xmlNamespace;
-    }
-    bool const prefixed = !xmlNamespace.empty() && xmlNamespace != m_RootNamespace;
-    std::string_view const prefix = prefixed ? lastSegment(xmlNamespace) : std::string_view();
-    m_Tag.clear();
-    if (prefixed)
-        m_Tag.append(prefix) += ':';
-    m_Tag += localName;
-
-    bool const isRoot = m_TagStack.empty();
-    bool const declared = xmlNamespace.empty() || (!isRoot && m_TagStack.back().ownNamespace == xmlNamespace);
-    m_TagStack.push(m_Tag, xmlNamespace);
-    m_Bytes.clear();
-    if (isRoot) {
-        header(NyToken(m_Tag), xmlNamespace);
+    // Hot: most elements are in the namespace of the one around them, and need nothing else than their names.
+    if (!m_TagStack.empty() && !xmlNamespace.empty() &&
+        (&xmlNamespace == &m_TagStack.ownNamespace() || NyShortText::same(xmlNamespace, m_TagStack.ownNamespace()))) {
+        m_TagStack.pushIntoOwnNamespace(localName);
+        putStartTag();
     } else {
-        if (m_Mode == MODE_START_TAG || m_Mode == MODE_ATTRIBUTE_VALUE)
-            m_Bytes += ">\n"sv;
-        indentBytes(m_TagStack.depth() - 1);
-        (m_Bytes += '<') += m_Tag;
+        startOwnNamespace(xmlNamespace, localName);
     }
-    if (!declared && m_TagStack.declare(prefix, xmlNamespace)) { // < xmlns:prefix="namespace">
-        m_Bytes += prefixed && !prefix.empty() ? " xmlns:"sv : " xmlns"sv;
-        m_Bytes.append(prefix).append("=\"").append(xmlNamespace) += '"';
-    }
-    sendBytes();
+    endCall();
 
     m_ContentBuffer.clear();
     m_HeldPieces.clear();
+    m_HasPassedOn = false;
     m_ContentCount = 0;
     m_ContentColumns = defaultContentColumns;
     m_Mode = MODE_START_TAG;
 }
 
+/// The root, or an element that is not in the namespace of the one around it.
+void NyXmlWriter::startOwnNamespace(std::string const& xmlNamespace, std::string const& localName)
+{
+    if (xmlNamespace.empty()) {
+        NyXmlApart const apart(*this);
+        Ny::Print::write(Ny::Print::FAULT, "NyXmlWriter Warning: All elements should have namespace: %s\n\tFile: %s\n",
+                         localName.c_str(), m_FileName.c_str());
+    } else if (m_RootNamespace.empty()) {
+        m_RootNamespace = xmlNamespace;
+    }
+    bool const isRoot = m_TagStack.empty();
+    bool const isPrefixed = !xmlNamespace.empty() && xmlNamespace != m_RootNamespace;
+    std::string_view const prefix = isPrefixed ? lastSegment(xmlNamespace) : std::string_view();
+    m_TagStack.push(xmlNamespace, prefix, isPrefixed, localName);
+    if (isRoot)
+        header(NyToken(std::string(m_TagStack.tag())), xmlNamespace);
+    else
+        putStartTag();
+    if (xmlNamespace.empty() || !m_TagStack.declare(prefix, xmlNamespace))
+        return;
+    m_Bytes.append(prefix.empty() ? " xmlns"sv : " xmlns:"sv); // < xmlns:prefix="namespace">
+    m_Bytes.append(prefix);
+    m_Bytes.append("=\""sv);
+    m_Bytes.append(xmlNamespace);
+    m_Bytes.append("\""sv);
+}
+
+/// <tag, and in front of it what closes the parent's start tag
+void NyXmlWriter::putStartTag()
+{
+    bool const isFirstChild = m_Mode == MODE_START_TAG || m_Mode == MODE_ATTRIBUTE_VALUE;
+    putIndent(isFirstChild ? ">\n"sv : ""sv, m_TagStack.depth() - 1);
+    char* at = m_Bytes.room(1 + m_TagStack.tag().size());
+    *at++ = '<';
+    m_Bytes.endAt(NyXmlBytes::put(at, m_TagStack.tag()));
+}
+
 void NyXmlWriter::setAttributeName(NyToken const& token)
 {
-    m_Tag.clear();
-    if (!token.namespaceName().empty()) {
-        Ny::Print::write(Ny::Print::FAULT, "NyXmlWriter Error: no namespace on attributes preferred: %s\n\tFile: %s\n",
-                         token.namespaceAndToken().c_str(), m_FileName.c_str());
-        std::string_view const prefix = lastSegment(token.namespaceName());
-        if (m_TagStack.isDeclared(prefix)) {
-            m_Tag.append(prefix) += ':';
-        } else {
-            Ny::Print::write(Ny::Print::FAULT, "NyXmlWriter Error: attribute namespace doesn't exist: %s\n\tFile: %s\n",
-                             token.namespaceAndToken().c_str(), m_FileName.c_str());
-        }
-    }
-    m_Bytes.assign(1, ' ').append(m_Tag).append(token.localName()) += '=';
-    sendBytes();
+    std::string const prefix = token.namespaceName().empty() ? std::string() : attributePrefix(token);
+    char* at = m_Bytes.room(prefix.size() + token.localName().size() + 2);
+    *at++ = ' ';
+    at = NyXmlBytes::put(at, prefix);
+    at = NyXmlBytes::put(at, token.localName());
+    *at++ = '=';
+    m_Bytes.endAt(at);
+    endCall();
     m_Mode = MODE_ATTRIBUTE_NAME;
     if (m_WriteSchema)
         m_Schema.setAttributeName(token);
+}
+
+/// What stands in front of the name of an attribute with a namespace, after the complaints about it.
+std::string NyXmlWriter::attributePrefix(NyToken const& token)
+{
+    NyXmlApart const apart(*this);
+    Ny::Print::write(Ny::Print::FAULT, "NyXmlWriter Error: no namespace on attributes preferred: %s\n\tFile: %s\n",
+                     token.namespaceAndToken().c_str(), m_FileName.c_str());
+    std::string const prefix(lastSegment(token.namespaceName()));
+    if (m_TagStack.isDeclared(prefix))
+        return prefix + ':';
+    Ny::Print::write(Ny::Print::FAULT, "NyXmlWriter Error: attribute namespace doesn't exist: %s\n\tFile: %s\n",
+                     token.namespaceAndToken().c_str(), m_FileName.c_str());
+    return {};
 }
 
 void NyXmlWriter::setNumOfContentColumns(unsigned int columns) { m_ContentColumns = columns; }
 
 void NyXmlWriter::writeEndTag()
 {
-    static std::string const noName;
-    bool const isOpen = !m_TagStack.empty();
-    std::string const& tag = isOpen ? m_TagStack.back().token.localName() : noName;
-    m_Bytes.clear();
-    switch (isOpen ? m_Mode : MODE_NONE) { // without an element there is nothing to close, whatever came before
-    case MODE_START_TAG: m_Bytes += " xsi:nil=\"true\"/>\n"sv; break;
-    case MODE_ATTRIBUTE_VALUE: m_Bytes += "/>\n"sv; break;
-    case MODE_CONTENT:
-        writeHeldContent();
-        m_Bytes.append("</"sv).append(tag).append(">\n"sv);
-        break;
+    switch (m_TagStack.empty() ? MODE_NONE : m_Mode) { // without an element there is nothing to close, whatever came before
+    case MODE_START_TAG: m_Bytes.append(" xsi:nil=\"true\"/>\n"sv); break;
+    case MODE_ATTRIBUTE_VALUE: m_Bytes.append("/>\n"sv); break;
+    case MODE_CONTENT: putContent(); break;
     case MODE_END_TAG:
-        indentBytes(m_TagStack.depth() - 1);
-        m_Bytes.append("</"sv).append(tag).append(">\n"sv);
+        putIndent(""sv, m_TagStack.depth() - 1);
+        putEndTag();
         break;
     case MODE_NONE:
-    case MODE_ATTRIBUTE_NAME:
+    case MODE_ATTRIBUTE_NAME: {
+        NyXmlApart const apart(*this);
         Ny::Print::write(Ny::Print::FAULT, "NyXmlWriter Error: end tag following incorrect mode %d.  File %s\n",
                          static_cast<int>(m_Mode), m_FileName.c_str());
         break;
     }
-    sendBytes();
+    }
+    endCall();
     m_TagStack.pop();
     m_Mode = MODE_END_TAG;
+    m_IsRun = false;
     if (m_WriteSchema)
         m_Schema.writeEndTag();
 }
 
-/// >text, or the text on lines of its own
-void NyXmlWriter::writeHeldContent()
+/// </name>
+void NyXmlWriter::putEndTag()
 {
-    m_Bytes += '>';
-    if (m_HeldPieces.empty() && m_ContentBuffer.size() <= longestInlineContent) {
-        m_Bytes += m_ContentBuffer;
+    std::string_view const name = m_TagStack.name();
+    char* at = m_Bytes.room(name.size() + 4);
+    *at++ = '<';
+    *at++ = '/';
+    at = NyXmlBytes::put(at, name);
+    *at++ = '>';
+    *at++ = '\n';
+    m_Bytes.endAt(at);
+}
+
+/// >text</name>, or the text on lines of its own
+void NyXmlWriter::putContent()
+{
+    if (!m_HasPassedOn && m_HeldPieces.empty() && m_ContentBuffer.size() <= longestInlineContent) {
+        m_Bytes.append(">"sv);
+        m_Bytes.append(m_ContentBuffer.view());
+        putEndTag();
         return;
     }
-    m_Bytes += '\n';
-    indentBytes(m_TagStack.depth());
-    sendBytes();
-    for (std::string const& piece : m_HeldPieces)
-        m_OutputStream.write(piece.data(), static_cast<std::streamsize>(piece.size()));
-    m_OutputStream.write(m_ContentBuffer.data(), static_cast<std::streamsize>(m_ContentBuffer.size()));
-    m_Bytes += '\n';
-    indentBytes(m_TagStack.depth() - 1);
+    if (!m_HasPassedOn)
+        putIndent(">\n"sv, m_TagStack.depth());
+    if (!m_HeldPieces.empty())
+        sendBytes();
+    for (NyXmlBytes const& piece : m_HeldPieces)
+        m_OutputStream.write(piece.view().data(), static_cast<std::streamsize>(piece.size()));
+    m_Bytes.append(m_ContentBuffer.view());
+    putIndent("\n"sv, m_TagStack.depth() - 1);
+    putEndTag();
 }
 
 std::string const& NyXmlWriter::indent() const { return m_Indent; }
@@ -285,18 +320,20 @@ void NyXmlWriter::setIndent(std::string const& indent) { m_Indent = indent; }
 
 void NyXmlWriter::header(NyToken const& token, std::string const& xmlNamespace)
 {
-    m_Bytes.clear();
-    if (!m_Header.empty())
-        (m_Bytes += m_Header) += '\n';
-    if (!m_StyleSheet.empty())
-        (m_Bytes += m_StyleSheet) += '\n';
-    (m_Bytes += '<') += token.localName();
-    if (!xmlNamespace.empty()) {
-        m_Bytes.append(" ").append(schemaInstanceAttribute);
-        m_Bytes.append("\n  xsi:schemaLocation=\"").append(xmlNamespace).append("\n  ");
-        m_Bytes.append(baseName(m_FileName)).append(".").append(lastSegment(xmlNamespace)).append(".xsd\"");
+    for (std::string const* const line : { &m_Header, &m_StyleSheet }) {
+        if (line->empty())
+            continue;
+        m_Bytes.append(*line);
+        m_Bytes.append("\n"sv);
     }
-    sendBytes();
+    m_Bytes.append("<"sv);
+    m_Bytes.append(token.localName());
+    if (!xmlNamespace.empty())
+        for (std::string_view const part :
+             { " "sv, std::string_view(schemaInstanceAttribute), "\n  xsi:schemaLocation=\""sv, std::string_view(xmlNamespace),
+               "\n  "sv, baseName(m_FileName), "."sv, lastSegment(xmlNamespace), ".xsd\""sv })
+            m_Bytes.append(part);
+    endCall();
 }
 
 std::string const& NyXmlWriter::header() const { return m_Header; }
@@ -322,7 +359,7 @@ void NyXmlWriter::setLanguageSelection(LANGUAGE language)
 
 void NyXmlWriter::type(std::type_info const& info)
 {
-    if (&info != m_LastType) {
+    if (&info != m_LastType) { // most are as the last one
         m_TypeName = NyXmlSchema::typeWord(info);
         m_LastType = &info;
     }
@@ -338,11 +375,13 @@ void NyXmlWriter::data(std::string const& value)
     case MODE_ATTRIBUTE_VALUE:
     case MODE_CONTENT: content(value); break;
     case MODE_NONE:
-    case MODE_END_TAG:
+    case MODE_END_TAG: {
+        NyXmlApart const apart(*this);
         Ny::Print::write(Ny::Print::FAULT,
                          "NyXmlWriter Error: element %s is placing content at incorrect location.\n\tFile: %s\n",
-                         m_TagStack.empty() ? "" : m_TagStack.back().token.c_str(), m_FileName.c_str());
+                         m_TagStack.empty() ? "" : std::string(m_TagStack.name()).c_str(), m_FileName.c_str());
         break;
+    }
     }
 }
 
@@ -366,47 +405,66 @@ void NyXmlWriter::incrementLinkCount()
 
 void NyXmlWriter::attributeValue(std::string const& value)
 {
-    m_Bytes.assign(1, '"').append(value) += '"';
-    sendBytes();
+    char* at = m_Bytes.room(value.size() + 2);
+    *at++ = '"';
+    at = NyXmlBytes::put(at, value);
+    *at++ = '"';
+    m_Bytes.endAt(at);
+    endCall();
     m_Mode = MODE_ATTRIBUTE_VALUE;
 }
 
 void NyXmlWriter::content(std::string const& value)
 {
-    beginContentValue(value.size());
-    m_ContentBuffer += value;
+    char* const at = beginContentValue(value.size());
+    m_ContentBuffer.endAt(NyXmlBytes::put(at, value));
 }
 
-/// Separates the next value from the one before. Room for it is made first: should memory run out, there is no trace of it.
-void NyXmlWriter::beginContentValue(std::size_t size)
+/// Separates the next value from the one before. \return the room for it, which is made first: should memory run out, there is no trace
+/// of the value
+char* NyXmlWriter::beginContentValue(std::size_t size)
 {
-    if (m_ContentBuffer.size() >= heldPieceSize) {
-        m_HeldPieces.push_back(std::move(m_ContentBuffer));
-        m_ContentBuffer = std::string();
-        m_ContentBuffer.reserve(heldPieceSize + heldPieceSize / 16); // the last value goes beyond
-    }
-    std::size_t const needed = m_ContentBuffer.size() + 1 + std::size_t{ 2 } * m_TagStack.depth() + size;
-    if (needed > m_ContentBuffer.capacity())
-        m_ContentBuffer.reserve(std::max(needed, 2 * m_ContentBuffer.capacity()));
+    if (m_ContentBuffer.size() >= heldPieceSize)
+        makeContentRoom();
+    std::size_t const indentation = std::size_t{ 2 } * m_TagStack.depth();
+    char* at = m_ContentBuffer.room(1 + indentation + size);
     if (m_ContentCount != 0) {
         if (m_ContentColumns != 0 && m_ContentCount % m_ContentColumns == 0) {
-            m_ContentBuffer += '\n';
+            *at++ = '\n';
             // Two blanks a level whatever the indent: the column of the text is part of the format.
-            m_ContentBuffer.append(std::size_t{ 2 } * m_TagStack.depth(), ' ');
+            at = std::fill_n(at, indentation, ' ');
         } else {
-            m_ContentBuffer += ' ';
+            *at++ = ' ';
         }
     }
     ++m_ContentCount;
     m_Mode = MODE_CONTENT;
+    return at;
+}
+
+/// Long data go to the stream if nobody can tell, and else aside.
+void NyXmlWriter::makeContentRoom()
+{
+    if (!m_IsRun || m_Together == 0) {
+        m_HeldPieces.push_back(std::move(m_ContentBuffer));
+        m_ContentBuffer.room(heldPieceSize + heldPieceSize / 16); // the last value goes beyond
+        return;
+    }
+    if (!m_HasPassedOn)
+        putIndent(">\n"sv, m_TagStack.depth());
+    sendBytes();
+    m_HasPassedOn = true;
+    m_OutputStream.write(m_ContentBuffer.view().data(), static_cast<std::streamsize>(m_ContentBuffer.size()));
+    m_ContentBuffer.clear();
 }
 
 void NyXmlWriter::setSchemaWriter(bool flag) { m_WriteSchema = flag; }
 
 void NyXmlWriter::tab(unsigned int count)
 {
-    appendIndent(count);
-    sendBytes();
+    for (; count != 0; --count)
+        m_Bytes.append(m_Indent);
+    endCall();
 }
 
 std::string const& NyXmlWriter::defaultHeader() { return m_theHeader; }
@@ -434,31 +492,31 @@ void NyXmlWriter::setDefaultLanguageSelection(LANGUAGE language)
     m_theSchemaLocation = values->schemaLocation;
 }
 
-void NyXmlWriter::appendIndent(unsigned int count)
+/// Puts what is before, and an indentation. A subclass may have a tab() of its own, which wants the bytes before it on the stream.
+void NyXmlWriter::putIndent(std::string_view before, unsigned int count)
 {
-    while (count-- != 0)
-        m_Bytes += m_Indent;
-}
-
-/// Indents through tab() if a subclass may have one of its own, which wants the bytes before it on the stream.
-void NyXmlWriter::indentBytes(unsigned int count)
-{
-    if (isPlain()) {
-        appendIndent(count);
-    } else {
+    if (!isPlain()) {
+        m_Bytes.append(before);
         sendBytes();
         tab(count);
+        return;
     }
+    char* at = NyXmlBytes::put(m_Bytes.room(before.size() + count * m_Indent.size()), before);
+    if (m_Indent.size() == 1)
+        at = std::fill_n(at, std::exchange(count, 0), m_Indent.front());
+    for (; count != 0; --count)
+        at = NyXmlBytes::put(at, m_Indent);
+    m_Bytes.endAt(at);
 }
 
-// Hot: a write costs as much as a whole short tag, so the bytes of a call are put together first. Nothing stays behind between calls,
-// since the owner of the stream may write to it himself.
+// Hot: a write costs as much as a whole short tag.
 void NyXmlWriter::sendBytes()
 {
     if (m_Bytes.empty())
         return;
-    m_OutputStream.write(m_Bytes.data(), static_cast<std::streamsize>(m_Bytes.size()));
-    m_Bytes.clear();
+    std::string_view const bytes = m_Bytes.view();
+    m_Bytes.clear(); // also if the stream throws: what it did not take does not come again
+    m_OutputStream.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
 }
 
 /// Makes the text that the writer's scratch stream gives for a scalar, where we can without the stream's cost, and hands it over.
@@ -467,8 +525,8 @@ public:
     static NyXmlWriter& insertReal(NyXmlWriter& writer, double value)
     {
         int const precision = static_cast<int>(writer.m_Stream.precision());
-        return insert(writer, typeid(double), NyDecimalText::longest(precision),
-                      [value, precision](std::string& text) { NyDecimalText::append(text, value, precision); });
+        return insert<double>(writer, NyDecimalText::room(precision),
+                              [value, precision](char* target) { return NyDecimalText::put(target, value, precision); });
     }
 
     // The unit types come with insertion operators of their own, which another platform layer may write differently: these do use
@@ -476,52 +534,89 @@ public:
     template <class Unit>
     static NyXmlWriter& insertUnit(NyXmlWriter& writer, Unit const& value)
     {
-        std::string const text = NyStreamText::of(writer.m_Stream, value);
-        return insert(writer, typeid(Unit), text.size(), [&text](std::string& target) { target += text; });
+        writer.type(typeid(Unit));
+        writer.data(NyStreamText::of(writer.m_Stream, value));
+        return writer;
     }
 
     template <class Integer>
     static NyXmlWriter& insertInteger(NyXmlWriter& writer, Integer value)
     {
-        constexpr std::size_t longest =
-            std::numeric_limits<Integer>::digits10 + 2; // a sign and the digit that digits10 leaves out
-        return insert(writer, typeid(Integer), longest, [value](std::string& text) {
-            std::array<char, longest> digits;
-            text.append(digits.data(), std::to_chars(digits.data(), digits.data() + digits.size(), value).ptr);
+        constexpr std::size_t room = std::numeric_limits<Integer>::digits10 + 2; // a sign and the digit that digits10 leaves out
+        return insert<Integer>(writer, room, [value](char* target) { return std::to_chars(target, target + room, value).ptr; });
+    }
+
+    template <class Byte>
+    static NyXmlWriter& insertByte(NyXmlWriter& writer, char byte)
+    {
+        return insert<Byte>(writer, 1, [byte](char* target) {
+            *target = byte;
+            return target + 1;
         });
     }
 
-    static NyXmlWriter& insertByte(NyXmlWriter& writer, std::type_info const& info, char byte)
+    static NyXmlWriter& insertString(NyXmlWriter& writer, std::string const& value)
     {
-        return insert(writer, info, 1, [byte](std::string& text) { text += byte; });
+        tellType<std::string>(writer);
+        if (!putPlainly(writer, value.size(), [&value](char* target) { return NyXmlBytes::put(target, value); }))
+            writer.data(value);
+        return writer;
     }
 
 private:
-    // Hot: most of a document passes here. Where nobody overrides data(), the text of a value of an element goes straight to the
-    // data held, which saves a copy and two calls. Otherwise the writer's spare string is borrowed while data() runs, so that one that
-    // inserts into the writer itself finds another string. \p append puts the text, of so many bytes at most, behind what is there.
-    template <class Append>
-    static NyXmlWriter& insert(NyXmlWriter& writer, std::type_info const& info, std::size_t longest, Append const& append)
+    // Otherwise the writer's spare string is borrowed while data() runs, so that one that inserts into the writer itself finds another.
+    template <class T, class Put>
+    static NyXmlWriter& insert(NyXmlWriter& writer, std::size_t room, Put const& put)
     {
-        writer.type(info);
-        if (writer.isPlain() && writer.takesContent()) {
-            writer.beginContentValue(longest);
-            append(writer.m_ContentBuffer);
+        tellType<T>(writer);
+        if (putPlainly(writer, room, put))
             return writer;
-        }
         std::string text = std::move(writer.m_Text);
-        text.clear();
-        append(text);
+        text.resize(room);
+        text.resize(static_cast<std::size_t>(put(text.data()) - text.data()));
         writer.data(text);
         writer.m_Text = std::move(text);
         return writer;
     }
+
+    // Hot: most of a document passes here. Where nobody overrides data(), the text of a value is made where it is to stand, which saves
+    // a copy and two calls. \p put puts it at its argument, with so much room there, and says where it ends.
+    template <class Put>
+    static bool putPlainly(NyXmlWriter& writer, std::size_t room, Put const& put)
+    {
+        if (!writer.isPlain())
+            return false;
+        if (writer.takesContent()) {
+            char* const at = writer.beginContentValue(room);
+            writer.m_ContentBuffer.endAt(put(at));
+            return true;
+        }
+        if (writer.m_Mode != NyXmlWriter::MODE_ATTRIBUTE_NAME)
+            return false;
+        char* at = writer.m_Bytes.room(room + 2);
+        *at++ = '"';
+        at = put(at);
+        *at++ = '"';
+        writer.m_Bytes.endAt(at);
+        writer.endCall();
+        writer.m_Mode = NyXmlWriter::MODE_ATTRIBUTE_VALUE;
+        return true;
+    }
+
+    template <class T>
+    static void tellType(NyXmlWriter& writer)
+    {
+        if (!writer.isPlain() || writer.m_WriteSchema) {
+            writer.type(typeid(T));
+            return;
+        }
+        static char const* const word = NyXmlSchema::typeWord(typeid(T));
+        writer.m_TypeName = word;
+        writer.m_LastType = &typeid(T);
+    }
 };
 
-NyXmlWriter& operator<<(NyXmlWriter& writer, char const& value)
-{
-    return NyXmlScalarText::insertByte(writer, typeid(char), value);
-}
+NyXmlWriter& operator<<(NyXmlWriter& writer, char const& value) { return NyXmlScalarText::insertByte<char>(writer, value); }
 
 NyXmlWriter& operator<<(NyXmlWriter& writer, unsigned char const& value)
 {
@@ -540,15 +635,10 @@ NyXmlWriter& operator<<(NyXmlWriter& writer, double const& value) { return NyXml
 
 NyXmlWriter& operator<<(NyXmlWriter& writer, bool const& value)
 {
-    return NyXmlScalarText::insertByte(writer, typeid(bool), value ? '1' : '0');
+    return NyXmlScalarText::insertByte<bool>(writer, value ? '1' : '0');
 }
 
-NyXmlWriter& operator<<(NyXmlWriter& writer, std::string const& value)
-{
-    writer.type(typeid(std::string));
-    writer.data(value);
-    return writer;
-}
+NyXmlWriter& operator<<(NyXmlWriter& writer, std::string const& value) { return NyXmlScalarText::insertString(writer, value); }
 
 NyXmlWriter& operator<<(NyXmlWriter& writer, NyAngle const& value) { return NyXmlScalarText::insertUnit(writer, value); }
 

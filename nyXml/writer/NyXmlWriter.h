@@ -5,6 +5,7 @@
 #include <nyXml/platform/NyXmlExport.h>
 #include <nyXml/schema/NyXmlSchema.h>
 #include <nyXml/traversal/detail/NyXmlSignalsFwd.h>
+#include <nyXml/writer/detail/NyXmlBytes.h>
 #include <nyXml/writer/detail/NyXmlTagStack.h>
 
 #include <boost/shared_ptr.hpp>
@@ -12,6 +13,7 @@
 #include <iosfwd>
 #include <sstream>
 #include <string>
+#include <string_view>
 #include <typeinfo>
 #include <vector>
 
@@ -45,7 +47,8 @@ class NyNonNegReal;
 ///
 /// A call out of order throws nothing. It prints "NyXmlWriter Error: ..." or "NyXmlWriter Warning: ..." with the document's name
 /// (print type 4), and the writing goes on; see the operations. Whether the stream took the bytes is for its owner to look at. The
-/// bytes of a call are with the stream when the call returns, but for data inside an element, which is held until the end tag.
+/// bytes of a call are with the stream when the call returns, but for data inside an element, which is held until the end tag. Those of
+/// an object's write() are there when it returns, and whenever code of the application runs within it.
 ///
 /// One writer is for one document. Use from one thread at a time.
 class NYXML_EXPORT NyXmlWriter {
@@ -174,6 +177,8 @@ protected:
 
 private:
     friend class NyXmlScalarText; // the insertion operators' way to the scratch stream
+    friend class NyXmlTogether;
+    friend class NyXmlApart;
 
     /// What the last call was. Messages print the number.
     enum MODE : int {
@@ -191,12 +196,23 @@ private:
     {
         return m_Mode == MODE_CONTENT || m_Mode == MODE_START_TAG || m_Mode == MODE_ATTRIBUTE_VALUE;
     }
-    void beginContentValue(std::size_t size);
     void startElement(std::string const& xmlNamespace, std::string const& localName);
-    void indentBytes(unsigned int count);
-    void appendIndent(unsigned int count);
+    void startOwnNamespace(std::string const& xmlNamespace, std::string const& localName);
+    std::string attributePrefix(NyToken const& token);
+    char* beginContentValue(std::size_t size);
+    void makeContentRoom();
+    void putStartTag();
+    void putContent();
+    void putEndTag();
+    void putIndent(std::string_view before, unsigned int count);
+    /// The bytes of a call are with the stream when it returns, unless it is one of the library's own, see NyXmlTogether.
+    void endCall()
+    {
+        constexpr std::size_t enough = 16 * 1024;
+        if (m_Together == 0 || m_Bytes.size() >= enough)
+            sendBytes();
+    }
     void sendBytes();
-    void writeHeldContent();
 
     static std::string m_theIndent;
     static std::string m_theHeader;
@@ -212,7 +228,7 @@ private:
     MODE m_Mode = MODE_NONE;
     NyXmlTagStack m_TagStack;
     std::string m_RootNamespace; ///< the first namespace met; outlives its document
-    std::string m_ContentBuffer; ///< data of the open element, behind m_HeldPieces
+    NyXmlBytes m_ContentBuffer;  ///< data of the open element, behind m_HeldPieces
     unsigned int m_ContentCount = 0;
     unsigned int m_ContentColumns;
     bool m_WriteDefaultData;
@@ -223,16 +239,18 @@ private:
     std::string m_SchemaLocation;
     NyXmlSchema m_Schema;
     bool m_WriteSchema;
-    std::string m_TypeName; ///< XSD word of the last type told
+    char const* m_TypeName = ""; ///< XSD word of the last type told
     boost::shared_ptr<Ny::ReadWriteStatusSignal> m_MessageSignal;
     boost::shared_ptr<Ny::ReadWriteProgressSignal> m_ProgressSignal;
     unsigned int m_LinkTotal = 0;
     unsigned int m_LinkCount = 0;
 
     std::type_info const* m_LastType = nullptr; ///< the type of m_TypeName
-    std::vector<std::string> m_HeldPieces;      ///< of long data: a string that grew to all of it would touch twice the memory
-    std::string m_Bytes;                        ///< of the call that runs; sent in one piece
-    std::string m_Tag;                          ///< "name" or "prefix:name" of the element being opened
+    std::vector<NyXmlBytes> m_HeldPieces;       ///< of long data: what grew to all of it would touch twice the memory
+    NyXmlBytes m_Bytes;                         ///< put together, not yet with the stream
+    unsigned int m_Together = 0;                ///< depth of the library's own calls that keep bytes together
+    bool m_IsRun = false;                       ///< the open element's data may leave before its end tag
+    bool m_HasPassedOn = false;                 ///< some of it has left
     std::string m_Text;                         ///< spare memory for the text of a scalar
 };
 

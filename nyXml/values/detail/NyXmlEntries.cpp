@@ -4,7 +4,9 @@
 #include <nyXml/platform/NyPrint.h>
 #include <nyXml/reader/NyXmlReader.h>
 #include <nyXml/schema/NyXmlSchema.h>
+#include <nyXml/values/detail/NyXmlOwnValues.h>
 #include <nyXml/writer/NyXmlWriter.h>
+#include <nyXml/writer/detail/NyXmlTogether.h>
 
 #include <ostream>
 #include <typeinfo>
@@ -47,9 +49,14 @@ void dropAttributes(NyXmlReader& reader)
 
 void writeFramed(NyXmlWriter& writer, NyToken const& token, NyXmlObject const& object)
 {
+    NyXmlTogether together(writer);
     writer.writeStartTagUsingParentNamespace(token);
-    object.write(writer);
+    {
+        NyXmlApart const apart(writer, !NyXmlOwnValues::has(object));
+        object.write(writer);
+    }
     writer.writeEndTag();
+    together.end();
 }
 
 } // namespace
@@ -85,10 +92,12 @@ bool NyXmlEntries::readMap(NyXmlReader& reader, char const* where, NyXmlEntrySin
 
 void NyXmlEntries::writeEntry(NyXmlWriter& writer, NyXmlObject const& key, NyXmlObject const& value)
 {
+    NyXmlTogether together(writer);
     writer.writeStartTagUsingParentNamespace(NyXml::NyElementToken);
     writeFramed(writer, NyXml::NyKeyToken, key);
     writeFramed(writer, NyXml::NyValueToken, value);
     writer.writeEndTag();
+    together.end();
 }
 
 void NyXmlEntries::writeMapSchema(NyXmlSchema& schema, NyXmlObject const& key, NyXmlObject const& value)

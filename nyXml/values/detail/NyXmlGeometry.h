@@ -11,6 +11,7 @@
 #include <nyXml/schema/NyXmlSchema.h>
 #include <nyXml/values/NyXmlTextOf.h>
 #include <nyXml/writer/NyXmlWriter.h>
+#include <nyXml/writer/detail/NyXmlTogether.h>
 
 #include <array>
 #include <cstddef>
@@ -62,10 +63,12 @@ inline bool closeElement(NyXmlReader& reader, char const* className)
 template <std::size_t N>
 void writeComponents(NyXmlWriter& writer, Names<N> const& names, double const (&components)[N])
 {
+    NyXmlTogether together(writer);
     for (std::size_t i = 0; i < N; ++i) {
         writer.setAttributeName(*names[i]);
         writer << components[i];
     }
+    together.end();
 }
 
 template <std::size_t N>

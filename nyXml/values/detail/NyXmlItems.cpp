@@ -6,6 +6,7 @@
 #include <nyXml/schema/NyXmlSchema.h>
 #include <nyXml/values/NyXmlBasicType.h>
 #include <nyXml/writer/NyXmlWriter.h>
+#include <nyXml/writer/detail/NyXmlTogether.h>
 
 #include <algorithm>
 #include <limits>
@@ -41,13 +42,25 @@ void complainAboutSize(NyXmlReader const& reader, NyXmlItemFamily const& family,
         stream << "Filename: " << reader.filename() << ", Line count: " << reader.lineCountOfFile() << '\n';
 }
 
-void writeItem(NyXmlWriter& writer, NyXmlItemSource& items)
+bool isBasic(NyXmlWriter& writer, NyXmlItemSource const& items, bool isOurs)
 {
-    if (items.isBasic()) {
-        items.writeNext(writer);
+    NyXmlApart const apart(writer, !isOurs);
+    return items.isBasic();
+}
+
+void writeNext(NyXmlWriter& writer, NyXmlItemSource& items, bool isOurs)
+{
+    NyXmlApart const apart(writer, !isOurs);
+    items.writeNext(writer);
+}
+
+void writeItem(NyXmlWriter& writer, NyXmlItemSource& items, bool isOurs)
+{
+    if (isBasic(writer, items, isOurs)) {
+        writeNext(writer, items, isOurs);
     } else {
         writer.writeStartTagUsingParentNamespace(NyXml::NyElementToken);
-        items.writeNext(writer);
+        writeNext(writer, items, isOurs);
         writer.writeEndTag();
     }
 }
@@ -111,20 +124,32 @@ bool NyXmlItems::read(NyXmlReader& reader, NyXmlItemFamily const& family, char c
 
 void NyXmlItems::writeSize(NyXmlWriter& writer, unsigned int size)
 {
+    NyXmlTogether together(writer);
     writer.setAttributeName(NyXml::NyCountToken);
-    NyXmlBasicType<unsigned int>(size).write(writer);
+    writer << size;
+    together.end();
 }
 
 void NyXmlItems::writeItems(NyXmlWriter& writer, unsigned int size, NyXmlItemSource& items)
 {
+    NyXmlTogether together(writer);
+    bool const isOurs = size != 0 && items.isOurs();
     for (unsigned int i = 0; i < size; ++i) {
-        bool const isBasic = items.isBasic();
-        if (isBasic && i == 0)
+        bool const isWord = isBasic(writer, items, isOurs);
+        if (isWord && i == 0) {
             writer.writeStartTagUsingParentNamespace(NyXml::NyGroupToken);
-        writeItem(writer, items);
-        if (isBasic && i == size - 1)
+            if (isOurs) { // no item is of another kind
+                together.beginRun();
+                items.writeRun(writer, size);
+                writer.writeEndTag();
+                break;
+            }
+        }
+        writeItem(writer, items, isOurs);
+        if (isWord && i == size - 1)
             writer.writeEndTag();
     }
+    together.end();
 }
 
 void NyXmlItems::writeSchema(NyXmlSchema& schema, NyXmlObject const& item, bool hasRun)
@@ -194,8 +219,11 @@ bool NyXmlItems::writeBody(NyXmlWriter* writer, unsigned int size, NyXmlItemSour
 {
     if (writer == nullptr)
         return false;
+    NyXmlTogether together(*writer);
+    bool const isOurs = size != 0 && items.isOurs();
     for (unsigned int i = 0; i < size; ++i)
-        writeItem(*writer, items);
+        writeItem(*writer, items, isOurs);
+    together.end();
     return true;
 }
 

@@ -7,6 +7,7 @@
 #include <nyXml/core/NyXmlObject.h>
 #include <nyXml/platform/NyXmlExport.h>
 #include <nyXml/reader/NyXmlFileReader.h>
+#include <nyXml/values/detail/NyXmlOwnValues.h>
 
 #include <cstddef>
 #include <iosfwd>
@@ -54,6 +55,16 @@ public:
     /// Writes the next item without a frame, and goes to the one behind it.
     virtual void writeNext(NyXmlWriter& writer) = 0;
 
+    /// Whether no code of the application runs in the others. There is an item.
+    virtual bool isOurs() const = 0;
+
+    /// Writes so many items, all of them as the next one.
+    virtual void writeRun(NyXmlWriter& writer, unsigned int count)
+    {
+        while (count-- != 0)
+            writeNext(writer);
+    }
+
 protected:
     ~NyXmlItemSource() = default;
 };
@@ -65,6 +76,7 @@ public:
     explicit NyXmlObjectSource(Iterator first) : m_next(first) {}
     bool isBasic() const override { return m_next->isBasicType(); }
     void writeNext(NyXmlWriter& writer) override { (m_next++)->write(writer); }
+    bool isOurs() const override { return NyXmlOwnValues::has(*m_next); }
 
 private:
     Iterator m_next;

@@ -1,5 +1,6 @@
 #include <nyXml/writer/detail/NyDecimalText.h>
 
+#include <algorithm>
 #include <array>
 #include <cassert>
 #include <charconv>
@@ -70,7 +71,7 @@ struct Decimal {
 };
 
 /// A sign, twenty digits, a point and either "0.000" or an exponent, twice over.
-using Target = std::array<char, 64>;
+constexpr std::size_t exactRoom = 64;
 
 /// value * 10^scale, cut to an integer, and what was cut off.
 struct Scaled {
@@ -115,9 +116,8 @@ Decimal toDecimal(double value)
 
 // Hot: every real of every document. The bytes are those of the general way below, in less than half its time; benchmarks/ has it.
 // Copies have fixed lengths and go beyond what counts, since a copy of unknown length costs as much as ten digits.
-std::size_t putExactly(Target& target, double value)
+char* putExactly(char* out, double value) noexcept
 {
-    char* out = target.data();
     *out = '-';
     out += std::signbit(value) ? 1 : 0;
     auto const [decimal, exponent] = toDecimal(std::fabs(value));
@@ -151,29 +151,25 @@ std::size_t putExactly(Target& target, double value)
         out[whole] = '.';
         out += length > whole ? length + 1 : whole;
     }
-    return static_cast<std::size_t>(out - target.data());
+    return out;
 }
 
 } // namespace
 
-void NyDecimalText::append(std::string& text, double value, int precision)
-{
-    double const magnitude = std::fabs(value);
-    if (precision == digitCount && magnitude >= least && magnitude < limit) {
-        Target target;
-        text.append(target.data(), putExactly(target, value));
-        return;
-    }
-    std::size_t const before = text.size();
-    text.resize(before + longest(precision));
-    auto const result = std::to_chars(text.data() + before, text.data() + text.size(), value, std::chars_format::general,
-                                      precision < 0 ? defaultPrecision : precision);
-    assert(result.ec == std::errc());
-    text.resize(static_cast<std::size_t>(result.ptr - text.data()));
-}
-
-std::size_t NyDecimalText::longest(int precision) noexcept
+std::size_t NyDecimalText::room(int precision) noexcept
 {
     constexpr std::size_t besidesDigits = 16; // sign, point, "0.000", exponent
-    return besidesDigits + static_cast<std::size_t>(precision < 0 ? defaultPrecision : precision);
+    std::size_t const digits = static_cast<std::size_t>(precision < 0 ? defaultPrecision : precision);
+    return std::max(exactRoom, besidesDigits + digits);
+}
+
+char* NyDecimalText::put(char* target, double value, int precision) noexcept
+{
+    double const magnitude = std::fabs(value);
+    if (precision == digitCount && magnitude >= least && magnitude < limit)
+        return putExactly(target, value);
+    auto const result = std::to_chars(target, target + room(precision), value, std::chars_format::general,
+                                      precision < 0 ? defaultPrecision : precision);
+    assert(result.ec == std::errc());
+    return result.ptr;
 }

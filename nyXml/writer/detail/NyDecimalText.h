@@ -4,17 +4,17 @@
 #define NYXML_WRITER_DETAIL_NYDECIMALTEXT_H
 
 #include <cstddef>
-#include <string>
 
 /// The text of a real, exactly as a stream in the classic locale inserts it with neither the fixed nor the scientific flag; that is as
 /// printf's "%.*g" has it. Part of NyXmlWriter.
 namespace NyDecimalText {
 
-/// Puts the text behind \p text. \param precision  significant digits at most; 0 counts as 1, a negative one as 6
-void append(std::string& text, double value, int precision);
+/// The room that put() needs at this precision; more than the text takes.
+std::size_t room(int precision) noexcept;
 
-/// The most bytes that append() needs at this precision.
-std::size_t longest(int precision) noexcept;
+/// Puts the text at \p target. \param precision  significant digits at most; 0 counts as 1, a negative one as 6
+/// \return where it ends
+char* put(char* target, double value, int precision) noexcept;
 
 } // namespace NyDecimalText
 
