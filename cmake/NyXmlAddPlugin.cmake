@@ -6,6 +6,8 @@
 # Only what its sources mark with NYXML_EXPORT leaves the plug-in: the two functions by which the factory knows it, getClassToken
 # and getCreator, and what the plug-in means to share with others.
 #
+# A plug-in that lacks one of the two ends the build with a line that says what to write. The property NYXML_UNCHECKED lets it pass.
+#
 # A static nyXml has no plug-ins: each would bring a copy of the library, and with it classes that are not the application's.
 
 function(nyxml_add_plugin name)
@@ -23,4 +25,8 @@ function(nyxml_add_plugin name)
         SUFFIX ".nyp"
         CXX_VISIBILITY_PRESET hidden
         VISIBILITY_INLINES_HIDDEN ON)
+    add_custom_command(TARGET ${name} POST_BUILD
+        COMMAND "${CMAKE_COMMAND}" "-DNM=${CMAKE_NM}" "-DPLUGIN=$<TARGET_FILE:${name}>"
+            "-DUNCHECKED=$<BOOL:$<TARGET_PROPERTY:${name},NYXML_UNCHECKED>>" -P "${CMAKE_CURRENT_FUNCTION_LIST_DIR}/NyXmlCheckPlugin.cmake"
+        VERBATIM)
 endfunction()

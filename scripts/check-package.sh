@@ -17,6 +17,15 @@ if LD_DEBUG=libs "$work/build/outside" "$work/build" 2>&1 | grep libcurl; then
     fail "libcurl is loaded into a program that opens no address"
 fi
 
+# What is no plug-in ends the build with a line that says what it lacks.
+sed 's/.*getCreator(int.*//' tests/outside/lamp.cpp >"$work/lamp.cpp"
+printf '%s\n' 'cmake_minimum_required(VERSION 3.25)' 'project(dark LANGUAGES CXX)' 'find_package(nyXml 4 CONFIG REQUIRED)' \
+    'nyxml_add_plugin(dark lamp.cpp)' >"$work/CMakeLists.txt"
+cmake -S "$work" -B "$work/dark" -G Ninja -DCMAKE_PREFIX_PATH="$work/installed" >"$work/log"
+! cmake --build "$work/dark" >"$work/log" 2>&1 || fail "a library without getCreator passes as a plug-in"
+grep -qF 'dark.nyp is no plug-in without: extern "C" NYXML_EXPORT NyXmlCreator getCreator(int index)' <(tr -s ' \n' ' ' <"$work/log") ||
+    fail "$(cat "$work/log")"
+
 export PKG_CONFIG_PATH
 PKG_CONFIG_PATH=$(dirname "$(find "$work/installed" -name nyXml.pc)")
 # shellcheck disable=SC2046 # several flags
