@@ -41,7 +41,7 @@ done < <(sed -n 's/^| `\([^`]*\)` | .*/\1/p' docs/errors.md | grep -v '^Message$
 while IFS=: read -r page link; do
     target=${link%%#*}
     [ -z "$target" ] || [ -e "$(dirname "$page")/$target" ] || complain "$page: nothing is at $link"
-done < <(grep -oHE '\]\([^)]+\)' "${pages[@]}" | sed -E 's/\]\(//; s/\)$//' | grep -v ':http')
+done < <(grep -oHE '\]\([^) ]+\)' "${pages[@]}" | sed -E 's/\]\(//; s/\)$//' | grep -v ':http')
 
 # Links inside the built site.
 site=build/docs/html
