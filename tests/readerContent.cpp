@@ -3,6 +3,7 @@
 #include "ReaderSupport.h"
 #include "ValueSupport.h"
 
+#include <nyXml/reader/detail/NyXmlWordSink.h>
 #include <nyXml/values/NyXmlVectorBasicType.h>
 
 #include <gtest/gtest.h>
@@ -50,6 +51,70 @@ TEST(ReaderContent, LongRunsTakeLinearTime)
 {
     sumLongContent<NyXmlFileReader>();
     sumLongContent<PlainReader>();
+}
+
+// An override gets the rest of the content for every word, however long it is, and may do with it what it likes.
+TEST(ReaderContent, OverrideOfTheWordsSeesTheExactRest)
+{
+    struct Own : NyXmlFileReader {
+        using NyXmlFileReader::NyXmlFileReader;
+        std::string const& nextWord(std::string& text) const override
+        {
+            m_rests += std::to_string(text.size()) + " ";
+            if (text.size() == 69994)
+                text.clear();
+            return NyXmlFileReader::nextWord(text);
+        }
+        mutable std::string m_rests;
+    };
+    Open<Own> open("<a>1 22 333 " + std::string(69990, 'x') + "</a>", 2);
+    open.reader.m_rests.clear();
+    EXPECT_EQ(open.reader.contentByWord(), "1");
+    EXPECT_EQ(open.reader.content().substr(0, 6), "22 333");
+    EXPECT_EQ(open.reader.contentByWord(), "22");
+    EXPECT_TRUE(open.reader.isContentAvailable());
+    EXPECT_EQ(open.reader.contentByWord(), "");
+    EXPECT_EQ(open.reader.m_rests, "69999 69997 69994 ") << "lengths of the rests";
+    EXPECT_FALSE(open.reader.isContentAvailable());
+    EXPECT_EQ(open.reader.takeContentWord(), "");
+    EXPECT_EQ(open.reader.contentCount(), 1u);
+}
+
+// What is behind a run decides whether it was content. Where it was not, its text is what the fault leaves, and what a fast path that
+// finds no end goes back to.
+TEST(ReaderContent, FaultBehindALongRunLeavesItsText)
+{
+    struct Words final : NyXmlWordSink {
+        void takeWords(std::string_view words) override { m_size += words.size(); }
+        void forgetWords() override { m_size = 0; }
+        std::size_t m_size = 0;
+    };
+    auto const behind = [](auto& reader, std::string const& document, bool isHandedOut) {
+        Words words;
+        reader.readXml();
+        auto const mode = isHandedOut ? reader.readRun(words) : reader.readXml();
+        std::string said = std::to_string(mode);
+        if (mode != NyXmlFileReader::XML_READER_CONTENT)
+            said += std::to_string(reader.contentCount()) + reader.content();
+        EXPECT_TRUE(mode == NyXmlFileReader::XML_READER_CONTENT || words.m_size == 0) << "forgotten";
+        if (document.find('"') != std::string::npos)
+            said += reader.getAttributeValueFast() + std::to_string(reader.lineCountOfFile()) + reader.getSimpleStartTagFast();
+        reader.readXml();
+        return said + reader.element().token() + std::to_string(reader.lineCountOfFile());
+    };
+    std::string run;
+    for (int i = 0; run.size() < 80000; ++i)
+        run += " " + std::to_string(i) + (i % 7 == 0 ? "\n" : "");
+    Messages messages;
+    for (std::string const end :
+         { "<b/></a>", "<b", "", "<!-- c -->", "<!-- c -->7</a>", "</b>", "</a>\n<b/>", "</a><v>\n<v x=\"1\n </v>" }) {
+        std::string const document = "<a>" + run + end;
+        std::istringstream stream(document), same(document);
+        NyXmlReader reader("in.xml", stream);
+        ApplicationReader plain("in.xml", same);
+        std::string const seen = behind(reader, document, true);
+        EXPECT_TRUE(seen == behind(plain, document, false)) << end << seen.size();
+    }
 }
 
 // A zero byte drops what is left of one read, so a run must be read in the same portions whether its words are handed out or not. At

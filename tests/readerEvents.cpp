@@ -111,6 +111,19 @@ TEST(ReaderEvents, ErrorIsFinalAndLeftAttributesAreNot)
     EXPECT_EQ(messages.take(), "NyXmlFileReader Error: error mode encountered.\n\tFile: doc.xml\n\tLine: 1\n");
 }
 
+// A subclass, too, meets tags of any length: only an override that gets to see the rest of a tag pays for it.
+TEST(ReaderEvents, ManyAttributesTakeLinearTimeInASubclass)
+{
+    std::string tag = "<a";
+    for (int i = 0; i < 100000; ++i)
+        tag += " name" + std::to_string(i) + "=\"" + std::to_string(i) + "\"";
+    Open<PlainReader> open(tag + "/>", 1);
+    EXPECT_EQ(open.reader.numOfAttributes(), 100000u);
+    EXPECT_EQ(open.reader.attributeValue("name99999"), "99999");
+    while (open.reader.remainingNumOfAttributes() != 0)
+        open.reader.attributeValue();
+}
+
 // Whoever stops at the first message by throwing gets the exception from a reading call, and none that ends the process.
 TEST(ReaderEvents, HandlerThatThrowsMeetsAQuietDestructor)
 {

@@ -1,7 +1,11 @@
 // The two ways through a document are one to every caller: a reader of exactly the class and one of a subclass go over the same generated
 // and damaged documents, are asked the same, and must answer the same: events, attributes, words, messages, codes and lines.
 
+#include "CompoundSupport.h"
 #include "ReaderSupport.h"
+
+#include <nyXml/values/NyXmlListType.h>
+#include <nyXml/values/NyXmlVectorType.h>
 
 #include <gtest/gtest.h>
 
@@ -104,6 +108,149 @@ std::string transcript(std::string const& document, unsigned int seed, Messages&
         }
     }
     return said + messages.take();
+}
+
+// A value that overrides what it is asked through, and shows where the reader stands when it is.
+class Watching : public NyXmlBasicType<int> {
+public:
+    bool read(NyXmlReader& reader) override
+    {
+        m_seen = std::to_string(reader.mode()) + reader.element().token() + " " + std::to_string(reader.lineCountOfFile()) +
+                 reader.content() + std::to_string(reader.numOfAttributes());
+        return NyXmlBasicType<int>::read(reader);
+    }
+    std::string m_seen;
+};
+
+// Leaves of every kind, beside what is no leaf.
+class Leaves : public Model<Leaves> {
+public:
+    void registerComponents() override
+    {
+        registerAttributeComponent("id", &m_id);
+        registerComponent(NyToken(ns, "a"), &m_number);
+        registerComponent(NyToken(ns, "b"), &m_text);
+        registerComponent(NyToken(ns, "c"), &m_watching);
+        registerComponent(NyToken(ns, "d"), &m_place);
+        registerComponent(NyToken(ns, "e"), &m_texts);
+        registerComponent(NyToken(ns, "f"), &m_places);
+        registerComponent(NyToken(ns, "g"), &m_ids);
+        registerComponent(NyToken(ns, "h"), &m_flag);
+        registerComponent(NyToken(ns, "NyInclude"), &m_id);
+        registerComponent(NyToken(ns, "x:b"), &m_id);
+    }
+    std::string seen() const { return m_watching.m_seen + (m_flag.specified() ? " given" : "") + writtenValue(*this, true); }
+
+private:
+    NyXmlBasicType<unsigned int> m_id;
+    NyXmlBasicType<double> m_number;
+    NyXmlBasicType<std::string> m_text;
+    Watching m_watching;
+    NyXmlVector m_place;
+    NyXmlVectorBasicType<NyXmlBasicType<std::string>> m_texts;
+    NyXmlVectorType<NyXmlVector> m_places;
+    NyXmlListType<NyXmlBasicType<unsigned int>> m_ids;
+    NyXmlBasicType<bool> m_flag;
+};
+// The same with the lookup overridden, so that every child has to pass it.
+class LeavesAskedFor : public Leaves {
+public:
+    std::string seen() const { return m_asked + Leaves::seen(); }
+
+protected:
+    bool readValueFromToken(NyToken const& token, NyXmlReader& reader) override
+    {
+        m_asked += token.token() + std::to_string(reader.lineCountOfFile());
+        return Leaves::readValueFromToken(token, reader);
+    }
+
+private:
+    std::string m_asked;
+};
+
+void addLeaf(Random& random, std::string& document, std::string const& name)
+{
+    std::string const text = oneOf(random, { "1", " 2.5 ", "a b", "0", "", "x > y", "1\n" });
+    std::string const place = oneOf(random, { "x=\"1\" y=\"2\" z=\"3\"", "x='1' y='2' z='3'", "y=\"2\" x=\"1\" z=\"3\"",
+                                              "x=\"1#4\" y=\"2\" z=\"\"", "x=\"1\" y=\"2\"" });
+    bool const isInclude = name == "NyInclude"; // its attributes would be reported without end
+    switch (isInclude ? 9 : random() % 9) {
+    case 0: document += "<" + name + "/>"; break;
+    case 1: document += "<" + name + " " + place + oneOf(random, { ">", "/>" }); break;
+    case 2: document += "<" + name + ">" + text + "<!-- c -->" + text + "</" + name + " >"; break;
+    case 3: document += "<p:" + name + ">" + text + "</p:" + name + ">"; break;
+    case 4:
+        document += "<" + name + ">" + text;
+        addLeaf(random, document, "element");
+        document += "</" + name + ">";
+        break;
+    default:
+        if (name == "d" || (name == "element" && random() % 2 == 0))
+            document += "<" + name + " " + place + "/>";
+        else
+            document += "<" + name + ">" + text + "</" + name + ">";
+    }
+}
+
+std::string generatedLeaves(Random& random)
+{
+    std::vector<std::string> const names = { "a", "b", "c", "d", "e", "f", "g", "h", "NyInclude", "x:b", "other" };
+    std::string document = "<v id='7'" + oneOf(random, { ">", " k='1'>" });
+    bool const isInOrder = random() % 4 != 0;
+    for (std::size_t i = 0; i != names.size(); ++i) {
+        std::string const name = isInOrder ? names[i] : oneOf(random, names);
+        document += aside(random);
+        if (random() % 8 == 0 || (i > 7 && random() % 4 != 0))
+            continue;
+        if (name == "e" || name == "f" || name == "g") {
+            document += "<" + name + " size='2'>" + aside(random);
+            for (auto count = random() % 4; count != 0; --count)
+                addLeaf(random, document, "element");
+            document += "</" + name + ">";
+        } else {
+            addLeaf(random, document, name);
+        }
+    }
+    document += "</v>";
+    if (random() % 3 == 0)
+        damage(random, document);
+    if (random() % 3 == 0)
+        document.insert(document.find('>') + 1, 16383 - random() % 400, " \n"[random() % 2]);
+    return document;
+}
+
+template <class Reader, class Value>
+std::string readLeaves(std::string const& document, Messages& messages)
+{
+    Value value;
+    std::string said;
+    {
+        Open<Reader> open(document, 1);
+        Reader& reader = open.reader;
+        said += std::to_string(value.read(reader));
+        for (int events = 0; events != 3; ++events) {
+            said += " " + std::to_string(reader.mode()) + reader.element().token() + " '" + reader.content() + "' " +
+                    std::to_string(reader.contentCount()) + " " + std::to_string(reader.lineCountOfFile()) + " " +
+                    std::to_string(reader.numOfAttributes()) + reader.attributeName().token() +
+                    std::to_string(reader.errorCode());
+            reader.readXml();
+        }
+    }
+    return said + value.seen() + messages.take();
+}
+
+TEST(ReaderTwins, ObjectsAreTheSameEitherWay)
+{
+    Messages messages;
+    for (unsigned int seed = 0; seed < 3000; ++seed) {
+        Random random(seed * 104729 + 1);
+        std::string const document = generatedLeaves(random);
+        auto const seen = readLeaves<NyXmlReader, Leaves>(document, messages);
+        auto const asked = readLeaves<NyXmlReader, LeavesAskedFor>(document, messages);
+        ASSERT_EQ(seen, (readLeaves<ApplicationReader, Leaves>(document, messages))) << "seed " << seed << "\n" << document;
+        ASSERT_EQ(asked, (readLeaves<ApplicationReader, LeavesAskedFor>(document, messages))) << "seed " << seed << "\n"
+                                                                                              << document;
+    }
 }
 
 TEST(ReaderTwins, AgreeOnEveryInput)

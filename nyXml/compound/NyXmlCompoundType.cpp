@@ -1,13 +1,15 @@
 #include <nyXml/compound/NyXmlCompoundType.h>
 
 #include <nyXml/compound/detail/NyComponentShape.h>
-#include <nyXml/compound/detail/NyVirtualSlot.h>
 #include <nyXml/core/NyXml.h>
 #include <nyXml/core/detail/NyShortText.h>
+#include <nyXml/core/detail/NyVirtualSlot.h>
 #include <nyXml/platform/NyPrint.h>
 #include <nyXml/reader/NyXmlReader.h>
+#include <nyXml/reader/detail/NyXmlLeafRun.h>
 #include <nyXml/schema/NyXmlSchema.h>
 #include <nyXml/traversal/NyXmlObjectVisitor.h>
+#include <nyXml/values/detail/NyXmlLeaf.h>
 #include <nyXml/values/detail/NyXmlOwnValues.h>
 #include <nyXml/writer/NyXmlWriter.h>
 #include <nyXml/writer/detail/NyXmlTogether.h>
@@ -198,13 +200,41 @@ bool NyXmlCompoundType::readElements(NyXmlReader& reader)
         return true;
     NyToken copy;
     m_theNext = 0;
+    readLeaves(reader);
     NyXmlFileReader::XML_READER_MODE event = reader.readXml();
     while (isChild(event)) {
         if (!readValueFromToken(lastingName(NyComponentKind::ELEMENT, reader.element(), copy), reader))
             reader.nextMatchingEndTag();
+        readLeaves(reader);
         event = reader.readXml();
     }
     return event != NyXmlFileReader::XML_READER_ERROR;
+}
+
+// Hot: most components are values of the library's own that stand in the order of the shape. As long as the next one is such a value and
+// comes next in the document, it is read past the events and past our operations, where nobody overrides these.
+void NyXmlCompoundType::readLeaves(NyXmlReader& reader)
+{
+    NyComponentShape const* const shape = ownShape();
+    if (shape == nullptr || !shape->hasPlainLookup())
+        return;
+    auto const& elements = shape->components(NyComponentKind::ELEMENT);
+    auto const isLeafNext = [this, &elements](NyXmlLeaf::Taker& taker) {
+        bool const isPlain = m_theNext < elements.size() && elements[m_theNext].isPlainName;
+        taker = isPlain ? NyXmlLeaf::takerOf(*NyComponentShape::at(this, elements[m_theNext].distance)) : nullptr;
+        return taker != nullptr;
+    };
+    NyXmlLeaf::Taker taker;
+    if (!isLeafNext(taker))
+        return;
+    NyXmlLeafRun run(reader);
+    do {
+        NyComponent const& component = elements[m_theNext];
+        if (!taker(*NyComponentShape::at(this, component.distance), run, component.token.localName()))
+            break;
+        ++m_theNext;
+    } while (isLeafNext(taker));
+    run.end();
 }
 
 bool NyXmlCompoundType::readValueFromToken(NyToken const& token, NyXmlReader& reader)
@@ -530,11 +560,7 @@ NyXmlObject* NyXmlCompoundType::find(NyComponentKind kind, NyToken const& token)
 // behind the last hit is tried first: 7 ns against 33 for a search. Null if there is no such component or no shape.
 NyComponent const* NyXmlCompoundType::nextOfShape(NyComponentKind kind, NyToken const& token)
 {
-    if (m_isRegistering)
-        leaveShape();
-    if (m_theShape != nullptr && !m_theShape->isOf(typeid(*this)))
-        goByOwnClass();
-    if (m_theShape == nullptr)
+    if (ownShape() == nullptr)
         return nullptr;
     auto const& components = m_theShape->components(kind);
     std::size_t const next = m_theNext; // of the other kind perhaps: a guess and nothing more
@@ -545,6 +571,16 @@ NyComponent const* NyXmlCompoundType::nextOfShape(NyComponentKind kind, NyToken 
     if (component != nullptr)
         m_theNext = static_cast<std::uint16_t>(component - components.data() + 1);
     return component;
+}
+
+// The shape that stands for our maps and is our own class's, or null.
+NyComponentShape const* NyXmlCompoundType::ownShape()
+{
+    if (m_isRegistering)
+        leaveShape();
+    if (m_theShape != nullptr && !m_theShape->isOf(typeid(*this)))
+        goByOwnClass();
+    return m_theShape;
 }
 
 // A name that outlives the reader's next call, as a hook may expect of its argument: the shape's own where there is one, or a

@@ -183,6 +183,8 @@ private:
     template <class Action>
     void forEach(NyComponentKind kind, Action action) const;
     NyXmlObject* find(NyComponentKind kind, NyToken const& token);
+    NyComponentShape const* ownShape();
+    void readLeaves(NyXmlReader& reader);
     NyComponent const* nextOfShape(NyComponentKind kind, NyToken const& token);
     NyToken const& lastingName(NyComponentKind kind, NyToken const& name, NyToken& copy);
 

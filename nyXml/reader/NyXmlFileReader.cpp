@@ -1,15 +1,47 @@
 // One stream: how a reader comes and goes, and the state machine of its events.
 
-#include <nyXml/platform/NyPrint.h>
 #include <nyXml/reader/NyXmlFileReader.h>
 
+#include <nyXml/core/detail/NyVirtualSlot.h>
+#include <nyXml/platform/NyPrint.h>
+
+#include <array>
+#include <cstdint>
 #include <iostream>
+#include <memory>
 #include <typeinfo>
 
 namespace {
 
-constexpr std::size_t readBufferSize = 16384;
-constexpr std::size_t blockCapacity = 2 * readBufferSize; // room for a full block behind text that was given up
+/// What a reader has made for its use and the next reader of the thread may use again: small documents spend their time on what comes
+/// and goes with them.
+class Spare {
+public:
+    ~Spare() { isGone = true; }
+
+    void swap(NyXmlElementStack& elements, NyXmlAttributeList& attributes, std::unique_ptr<NyXmlNameTable>& names) noexcept
+    {
+        m_elements.swap(elements);
+        m_attributes.swap(attributes);
+        m_names.swap(names);
+    }
+    bool isEmpty() const noexcept { return m_names == nullptr; }
+
+    /// Null once the thread has ended its affairs: readers may go even later.
+    static Spare* ofThread() noexcept
+    {
+        static thread_local Spare spare;
+        return isGone ? nullptr : &spare;
+    }
+
+private:
+    static thread_local bool isGone;
+
+    NyXmlElementStack m_elements;
+    NyXmlAttributeList m_attributes;
+    std::unique_ptr<NyXmlNameTable> m_names;
+};
+thread_local bool Spare::isGone = false;
 
 constexpr unsigned int bit(NyXmlFileReader::XML_READER_MODE mode) { return 1u << mode; }
 
@@ -22,18 +54,17 @@ std::string const NyXmlFileReader::m_schemaInstanceNamespace = "http://www.w3.or
 NyXmlFileReader::NyXmlFileReader() : NyXmlFileReader(std::string(), std::cin) {}
 
 NyXmlFileReader::NyXmlFileReader(std::string const& name, std::istream& stream)
-    : m_theStream(&stream),
-      m_theFileName(name),
-      m_theReadBuffer(new char[readBufferSize])
+    : m_theFileName(name),
+      m_theBlock(stream, m_theAttributes)
 {
-    m_theBlock.reserve(blockCapacity);
+    if (Spare* const spare = Spare::ofThread())
+        spare->swap(m_theElementStack, m_theAttributes, m_theNames);
+    if (!m_theNames)
+        m_theNames = std::make_unique<NyXmlNameTable>();
 }
 
-NyXmlFileReader::NyXmlFileReader(NyXmlFileReader const& other)
-    : m_theStream(other.m_theStream),
-      m_theReadBuffer(new char[readBufferSize])
+NyXmlFileReader::NyXmlFileReader(NyXmlFileReader const& other) : NyXmlFileReader(other.m_theFileName, other.m_theBlock.stream())
 {
-    m_theBlock.reserve(blockCapacity);
     copyState(other);
 }
 
@@ -55,19 +86,15 @@ void NyXmlFileReader::copyState(NyXmlFileReader const& other)
     m_theNumOfAttributes = other.m_theNumOfAttributes;
     m_theContent = other.m_theContent;
     m_theContentVectorFlag = other.m_theContentVectorFlag;
-    m_theLineCount = other.m_theLineCount;
     m_theEndTag = other.m_theEndTag;
     m_theSpareToken = other.m_theSpareToken;
     m_theValue = other.m_theValue;
     m_theBlock = other.m_theBlock;
-    m_theIndex = other.m_theIndex;
     m_theAttributeName = other.m_theAttributeName;
     m_theAttributeValue = other.m_theAttributeValue;
     m_thePrefix = other.m_thePrefix;
     m_theContentStart = other.m_theContentStart;
-    m_theBlockStart = other.m_theBlockStart;
-    m_theCounted = other.m_theCounted;
-    m_theNewline = other.m_theNewline;
+    m_isRunContinued = false;
 }
 
 NyXmlFileReader::~NyXmlFileReader()
@@ -76,6 +103,12 @@ NyXmlFileReader::~NyXmlFileReader()
         lastFault("file not well formed.\n\tSome start tags not closed with end tag.");
     if (m_theAttributes.remaining() != 0)
         lastFault("file not well formed.\n\tSome attribute were not used.");
+    Spare* const spare = Spare::ofThread();
+    if (spare == nullptr || !spare->isEmpty() || m_theNames->isCrowded() || m_theAttributes.isLarge())
+        return;
+    m_theElementStack.clear();
+    m_theAttributes.clear();
+    spare->swap(m_theElementStack, m_theAttributes, m_theNames);
 }
 
 // A handler that throws, or no memory for the message, must not end the process.
@@ -86,7 +119,7 @@ void NyXmlFileReader::lastFault(char const* text) noexcept
     } catch (...) {}
 }
 
-std::istream& NyXmlFileReader::stream() const { return *m_theStream; }
+std::istream& NyXmlFileReader::stream() const { return m_theBlock.stream(); }
 
 char const* NyXmlFileReader::filename() const { return m_theFileName.c_str(); }
 
@@ -94,19 +127,15 @@ unsigned int NyXmlFileReader::errorCode() const { return m_theErrorCode; }
 
 void NyXmlFileReader::setErrorCode(unsigned int code) { m_theErrorCode = code; }
 
-int NyXmlFileReader::lineCountOfFile() const
-{
-    countLines();
-    return m_theLineCount;
-}
+int NyXmlFileReader::lineCountOfFile() const { return m_theBlock.line(); }
 
 // The stream was made by a reader front for an include, and this reader was its only user.
-void NyXmlFileReader::close() { delete m_theStream; }
+void NyXmlFileReader::close() { delete &m_theBlock.stream(); }
 
 void NyXmlFileReader::warnMessage(char const* text) const
 {
-    countLines();
-    Ny::Print::write(Ny::Print::FAULT, "NyXmlFileReader Error: %s\n\tFile: %s\n\tLine: %d\n", text, filename(), m_theLineCount);
+    Ny::Print::write(Ny::Print::FAULT, "NyXmlFileReader Error: %s\n\tFile: %s\n\tLine: %d\n", text, filename(),
+                     m_theBlock.line());
 }
 
 // Reports what makes the document not well formed.
@@ -118,12 +147,30 @@ NyXmlFileReader::XML_READER_MODE NyXmlFileReader::fault(char const* text)
     return m_theMode;
 }
 
-// An override must see every step. The class is known once the object stands, so it is asked for at the first event.
-bool NyXmlFileReader::isReadInPlace()
+// The functions behind the operations that cut texts. An override of these costs time for each cut by the length of the rest.
+std::array<std::uintptr_t, 3> NyXmlFileReader::functionsOf(NyXmlFileReader const& reader)
 {
-    if (m_theWay == Way::UNKNOWN)
-        m_theWay = typeid(*this) == typeid(NyXmlFileReader) ? Way::IN_PLACE : Way::PLAIN;
-    return m_theWay == Way::IN_PLACE;
+    return { NyVirtualSlot::functionOf(reader, &NyXmlFileReader::nextWord),
+             NyVirtualSlot::functionOf(reader, &NyXmlFileReader::nextQuotedToken),
+             NyVirtualSlot::functionOf(reader, &NyXmlFileReader::stripLeadingWhiteSpace) };
+}
+
+// The class is known once the object stands, so it is asked for at the first event.
+void NyXmlFileReader::findWay() const
+{
+    m_theWay = typeid(*this) == typeid(NyXmlFileReader) ? Way::IN_PLACE : Way::PLAIN;
+    m_isWordCutOurs = m_isQuoteCutOurs = m_theWay == Way::IN_PLACE;
+    if (m_theWay == Way::IN_PLACE)
+        return;
+    static auto const plainFunctions = [] {
+        std::istream nothing(nullptr);
+        NyXmlFileReader const plain(std::string(), nothing);
+        return functionsOf(plain);
+    }();
+    auto const functions = functionsOf(*this);
+    auto const isOurs = [&functions](std::size_t i) { return NyVirtualSlot::isSame(functions[i], plainFunctions[i]); };
+    m_isWordCutOurs = isOurs(0);
+    m_isQuoteCutOurs = isOurs(1) && isOurs(2);
 }
 
 NyXmlFileReader::XML_READER_MODE NyXmlFileReader::readXml()
@@ -158,9 +205,9 @@ NyXmlFileReader::XML_READER_MODE NyXmlFileReader::readXml()
     case XML_READER_END_TAG:
     case XML_READER_CONTENT: break;
     }
-    if (m_theWay == Way::IN_PLACE && m_theMode != XML_READER_EOF && everydayEventInPlace())
+    if (m_theMode != XML_READER_EOF && way() == Way::IN_PLACE && everydayEventInPlace())
         return m_theMode;
     Follower const& rule = followers[m_theMode];
-    m_theMode = isReadInPlace() ? nextEventInPlace() : nextEvent();
+    m_theMode = way() == Way::IN_PLACE ? nextEventInPlace() : nextEvent();
     return (rule.m_refused & bit(m_theMode)) != 0 ? fault(rule.m_complaint) : m_theMode;
 }

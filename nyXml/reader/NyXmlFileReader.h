@@ -6,8 +6,11 @@
 #include <nyXml/reader/detail/NyXmlAttributeList.h>
 #include <nyXml/reader/detail/NyXmlElementStack.h>
 #include <nyXml/reader/detail/NyXmlNameTable.h>
+#include <nyXml/reader/detail/NyXmlTextBlock.h>
 
+#include <array>
 #include <cstddef>
+#include <cstdint>
 #include <iosfwd>
 #include <memory>
 #include <string>
@@ -205,7 +208,10 @@ public:
     bool takeEntry(std::string_view& key, std::string_view& value);
 
     /// What content() gives without the vector flag, without a copy. Valid like the above.
-    std::string_view contentView() const noexcept { return std::string_view(m_theContent).substr(m_theContentStart); }
+    std::string_view contentView() const noexcept
+    {
+        return { m_theContent.data() + m_theContentStart, m_theContent.size() - m_theContentStart };
+    }
 
     /// The same, and none of it is content any more.
     std::string_view takeContent() noexcept;
@@ -235,7 +241,7 @@ protected:
 
     /// Cuts the first word off \p text, with the white space behind it. Valid until the next call of this or of nextQuotedToken().
     ///
-    /// Of a content of more than 64 KiB only the place where the rest begins is remembered.
+    /// Overridden, it gets the rest of the content for every word, which takes time for each word by the length of the rest.
     virtual std::string const& nextWord(std::string& text) const;
 
     /// 1, and 1 for each word that follows white space: exact for a text without white space at its bounds.
@@ -270,28 +276,24 @@ protected:
     virtual void warnMessage(char const* text) const;
 
 private:
-    // The text in hand (NyXmlFileReaderScanner.cpp).
-    bool readBlock(bool wholeBlock);
-    char getCurrentChar();
-    void moveToBlockEnd();
-    void moveToDelim(char delimiter);
-    void moveToIndex(std::size_t index) noexcept { m_theIndex = index; }
-    void moveToNextWord();
-    void ensureNewlineExists();
-    std::size_t findDelimiter(char delimiter, std::size_t searched);
-    bool isStreamAtEnd() const;
-    void jumpTo(std::size_t index);
-    void countLines() const;
-    void makeRoom(std::size_t size);
-    void stepOver(char delimiter);
-    void cutValue(std::size_t end);
+    friend class NyXmlLeafRun;
+
+    // How to read, known at the first event: an override must see every step.
+    enum class Way : char { UNKNOWN, PLAIN, IN_PLACE };
+    Way way() const
+    {
+        if (m_theWay == Way::UNKNOWN)
+            findWay();
+        return m_theWay;
+    }
+    void findWay() const;
+    static std::array<std::uintptr_t, 3> functionsOf(NyXmlFileReader const& reader);
 
     // The events where they stand in the block (NyXmlFileReaderInPlace.cpp).
-    bool isReadInPlace();
     bool everydayEventInPlace();
     XML_READER_MODE nextEventInPlace();
+    XML_READER_MODE walkInPlace(bool& isEndOfRun);
     std::size_t findTagInPlace(std::size_t& white);
-    std::size_t takeContent(std::size_t start, std::size_t open);
     XML_READER_MODE tagInPlace(std::string_view tag, bool& isSkipped);
     bool endTagInPlace(std::string_view tag);
     bool startTagInPlace(std::string_view tag);
@@ -305,6 +307,7 @@ private:
     XML_READER_MODE badTag();
     void dropAttributes();
     bool parseAttributes(std::string& line);
+    std::string const& cutQuotedToken(std::string const& text, std::size_t& at);
     XML_READER_MODE endTag(std::string const& tag);
     void declareNamespace(std::string const& name, std::string const& value);
     XML_READER_MODE concludeText(XML_READER_MODE mode, std::size_t texts);
@@ -315,12 +318,21 @@ private:
         fault(text);
         return false;
     }
+
+    // Content and fast paths.
+    void setContent(std::string_view text)
+    {
+        m_theContent.assign(text);
+        m_theContentStart = 0;
+    }
     void stripContent();
     std::string& exactContent() const;
     std::string_view cutWord() const noexcept;
+    void stepOver(char delimiter);
+    void cutValue(std::size_t end);
+
     void copyState(NyXmlFileReader const& other);
 
-    std::istream* m_theStream;
     std::string m_theFileName;
     unsigned int m_theErrorCode = 0;
     XML_READER_MODE m_theMode = XML_READER_EOF;
@@ -329,26 +341,22 @@ private:
     unsigned int m_theNumOfAttributes = 0;
     mutable std::string m_theContent;
     bool m_theContentVectorFlag = false;
-    mutable int m_theLineCount = 1; ///< of the place m_theCounted; lineCountOfFile() counts on from there
-    NyToken m_theEndTag;            ///< read in place it is the name that was popped last, and this one is not kept up
+    NyToken m_theEndTag; ///< read in place it is the name that was popped last, and this one is not kept up
     NyToken m_theSpareToken;
     mutable std::string m_theValue;
-    std::string m_theBlock;
-    std::size_t m_theIndex = std::string::npos;
+    NyXmlTextBlock m_theBlock; ///< with stream, cursor and line count
     NyToken m_theAttributeName;
     NyToken m_theAttributeValue;
     std::string m_thePrefix;
-    std::unique_ptr<char[]> m_theReadBuffer;
 
     mutable std::size_t m_theContentStart = 0; ///< where in m_theContent the content begins: what is before was cut off
-    std::size_t m_theBlockStart = 0;           ///< text of m_theBlock before it is given up, and erased when room is needed
-    mutable std::size_t m_theCounted = 0;      ///< newlines of m_theBlock before it are in m_theLineCount or never will be
-    std::size_t m_theNewline = 0;              ///< between the cursor and this place there is no newline
     bool m_isRunContinued = false;             ///< words of the content went to a takeRun()
     int m_theLineOfRun = 0;                    ///< where that run began
-    enum class Way : char { UNKNOWN, PLAIN, IN_PLACE } m_theWay = Way::UNKNOWN;
-    std::string m_theLine; ///< scratch
-    NyXmlNameTable m_theNames;
+    mutable Way m_theWay = Way::UNKNOWN;
+    mutable bool m_isWordCutOurs = false;  ///< nobody overrides nextWord()
+    mutable bool m_isQuoteCutOurs = false; ///< nor what cuts attributes off a tag
+    std::string m_theLine;                 ///< scratch
+    std::unique_ptr<NyXmlNameTable> m_theNames;
 };
 
 #endif

@@ -3,8 +3,9 @@
 // The content begins at m_theContentStart of m_theContent. A word is cut off by moving that place, for a run of two million numbers is
 // ordinary and moving the rest for each of them is not.
 
-#include <nyXml/core/detail/NyWhiteSpace.h>
 #include <nyXml/reader/NyXmlFileReader.h>
+
+#include <nyXml/core/detail/NyWhiteSpace.h>
 
 #include <string>
 #include <utility>
@@ -12,9 +13,6 @@
 namespace {
 
 constexpr std::size_t none = std::string::npos;
-
-// A subclass that has a nextWord() of its own gets to see the exact rest up to this length; behind it the rest is not moved for every word.
-constexpr std::size_t cheapToMove = 64 * 1024;
 
 unsigned int wordsIn(std::string_view text)
 {
@@ -76,9 +74,7 @@ std::string& NyXmlFileReader::exactContent() const
 
 std::string const& NyXmlFileReader::contentByWord() const
 {
-    if (m_theWay == Way::IN_PLACE)
-        return m_theValue.assign(cutWord());
-    return nextWord(m_theContent.size() > cheapToMove ? m_theContent : exactContent());
+    return way() != Way::UNKNOWN && m_isWordCutOurs ? m_theValue.assign(cutWord()) : nextWord(exactContent());
 }
 
 // Hot: once for every number of a sequence. The string stays as it is, the last word included, for the view to be good.
@@ -102,12 +98,6 @@ std::string_view NyXmlFileReader::takeContent() noexcept
 
 std::string const& NyXmlFileReader::nextWord(std::string& text) const
 {
-    if (&text == &m_theContent) {
-        m_theValue.assign(cutWord());
-        if (m_theContentStart == text.size() || text.size() <= cheapToMove)
-            exactContent();
-        return m_theValue;
-    }
     std::size_t const end = NyWhiteSpace::findWhite(text);
     m_theValue.assign(text, 0, end);
     text.erase(0, NyWhiteSpace::findBlack(text, end));
@@ -116,7 +106,7 @@ std::string const& NyXmlFileReader::nextWord(std::string& text) const
 
 unsigned int NyXmlFileReader::contentCount() const
 {
-    return m_theWay == Way::IN_PLACE ? wordsIn(contentView()) : wordCount(exactContent());
+    return way() == Way::IN_PLACE ? wordsIn(contentView()) : wordCount(exactContent());
 }
 
 unsigned int NyXmlFileReader::wordCount(std::string const& text) const { return wordsIn(text); }
@@ -137,7 +127,7 @@ bool NyXmlFileReader::nextMatchingEndTag()
         case XML_READER_END_TAG:
         case XML_READER_CONTENT:
             // No depth is counted: what nobody claims is shallow and uniquely named.
-            if ((m_theWay == Way::IN_PLACE ? m_theElementStack.popped() : m_theEndTag) == name)
+            if ((way() == Way::IN_PLACE ? m_theElementStack.popped() : m_theEndTag) == name)
                 return true;
             break;
         case XML_READER_EOF: fault("Requested next end tag but found EOF."); return false;
@@ -163,8 +153,8 @@ std::string const& NyXmlFileReader::getChildrenAsString()
     }
     std::string piece; // one tag and the text behind it
     std::string text;
-    for (std::size_t depth = 0; !isStreamAtEnd() || m_theIndex != none;) {
-        piece.assign(1, getCurrentChar());
+    for (std::size_t depth = 0; !m_theBlock.isStreamAtEnd() || m_theBlock.index() != none;) {
+        piece.assign(1, m_theBlock.getCurrentChar());
         getLineWithLineCount(text, '<', false);
         piece += text;
         if (beginsWith(piece, endMarker)) {

@@ -1,11 +1,12 @@
 // The events, the plain way: each step through its virtual operation, on a text of its own. Subclasses come through here, and the exact
 // class for all that is not everyday: what a fault prints and leaves behind stands in this file alone.
 
-#include <nyXml/core/detail/NyWhiteSpace.h>
-#include <nyXml/platform/NyPrint.h>
 #include <nyXml/reader/NyXmlFileReader.h>
 
-#include <algorithm>
+#include <nyXml/core/detail/NyWhiteSpace.h>
+#include <nyXml/platform/NyPrint.h>
+
+#include <utility>
 
 namespace {
 
@@ -52,10 +53,10 @@ NyXmlFileReader::XML_READER_MODE NyXmlFileReader::nextEvent()
 NyXmlFileReader::XML_READER_MODE NyXmlFileReader::endInText(bool isText)
 {
     if (m_isRunContinued) { // Text that no tag ends does not count, wherever it went.
-        countLines();
-        m_theLineCount = m_theLineOfRun;
+        m_theBlock.setLine(m_theLineOfRun);
+        m_isRunContinued = false;
     }
-    jumpTo(none);
+    m_theBlock.jumpTo(none);
     return isText ? fault("file not well formed.\n\tExtra characters found before EOF.") : XML_READER_EOF;
 }
 
@@ -67,7 +68,7 @@ NyXmlFileReader::XML_READER_MODE NyXmlFileReader::textOutOfPlace()
 // A '<' behind the root's end is nobody's.
 NyXmlFileReader::XML_READER_MODE NyXmlFileReader::endInTag()
 {
-    jumpTo(none);
+    m_theBlock.jumpTo(none);
     return m_theElementStack.empty() ? XML_READER_EOF : fault("file not well formed.\n\tEOF found before end of tag.");
 }
 
@@ -95,7 +96,7 @@ NyXmlFileReader::XML_READER_MODE NyXmlFileReader::concludeText(XML_READER_MODE m
 // Long content is not moved for the blanks in front of it.
 void NyXmlFileReader::stripContent()
 {
-    if (m_theWay != Way::IN_PLACE)
+    if (way() != Way::IN_PLACE)
         return stripWhiteSpaceFromBounds(exactContent());
     stripTrailingWhiteSpace(m_theContent);
     m_theContentStart = NyWhiteSpace::findBlack(m_theContent, m_theContentStart);
@@ -159,21 +160,33 @@ void NyXmlFileReader::dropAttributes()
     m_theAttributes.clear();
 }
 
+// A tag may have a hundred thousand attributes: what was dealt with is not erased before the end, unless an override looks at the rest.
 bool NyXmlFileReader::parseAttributes(std::string& line)
 {
-    while (!line.empty()) { // name = "value" ...
-        std::size_t const equals = line.find('=');
+    std::size_t at = 0;
+    auto const stop = [&line, &at](bool result) {
+        line.erase(0, at);
+        return result;
+    };
+    while (at != line.size()) { // name = "value" ...
+        std::string_view const rest = std::string_view(line).substr(at);
+        std::size_t const equals = rest.find('=');
         if (equals == none)
-            return refuse("file not well formed.\n\tExtra characters found behind element or attributes.");
-        std::string const name = line.substr(0, std::min(NyWhiteSpace::findWhite(line), equals));
+            return stop(refuse("file not well formed.\n\tExtra characters found behind element or attributes."));
+        std::string const name(rest.substr(0, NyWhiteSpace::findWhite(rest.substr(0, equals))));
         m_theAttributeName.assign(name);
         if (name.empty())
-            return refuse("file not well formed.\n\tMissing attribute name.");
-        line.erase(0, equals + 1);
-        stripLeadingWhiteSpace(line);
-        if (line.empty() || (line[0] != '\'' && line[0] != '"'))
-            return refuse("file not well formed.\n\tMissing quotes around attribute value.");
-        m_theAttributeValue = nextQuotedToken(line); // splits at a '#'
+            return stop(refuse("file not well formed.\n\tMissing attribute name."));
+        at += equals + 1;
+        if (m_isQuoteCutOurs) {
+            at = NyWhiteSpace::findBlack(line, at);
+        } else {
+            line.erase(0, std::exchange(at, 0));
+            stripLeadingWhiteSpace(line);
+        }
+        if (at == line.size() || (line[at] != '\'' && line[at] != '"'))
+            return stop(refuse("file not well formed.\n\tMissing quotes around attribute value."));
+        m_theAttributeValue = m_isQuoteCutOurs ? cutQuotedToken(line, at) : nextQuotedToken(line); // splits at a '#'
         std::string const& value = m_theAttributeValue.localName();
 
         if (beginsWith(name, "xmlns")) {
@@ -183,7 +196,21 @@ bool NyXmlFileReader::parseAttributes(std::string& line)
             m_theAttributes.addCopy(m_theAttributeName, value);
         }
     }
-    return true;
+    return stop(true);
+}
+
+// What nextQuotedToken() does, at a place in the text that moves behind it.
+std::string const& NyXmlFileReader::cutQuotedToken(std::string const& text, std::size_t& at)
+{
+    std::size_t const second = text.find(text[at], at + 1);
+    if (second == none) {
+        fault("file not well formed.\n\tSecond quote of attribute value is missing.");
+        m_theValue.clear();
+        return m_theValue;
+    }
+    m_theValue.assign(text, at + 1, second - at - 1);
+    at = NyWhiteSpace::findBlack(text, second + 1);
+    return m_theValue;
 }
 
 void NyXmlFileReader::declareNamespace(std::string const& name, std::string const& value)
@@ -227,3 +254,55 @@ bool NyXmlFileReader::isComment(std::string& line)
         return endsWith(line, "-->") || refuse("file not well formed.\n\tComment contains extra -- in it.");
     }
 }
+
+// The steps that overrides see, on texts of their own.
+
+bool NyXmlFileReader::getLineWithLineCount(std::string& line, char delimiter, bool consume)
+{
+    return m_theBlock.getLine(line, delimiter, consume);
+}
+
+std::string const& NyXmlFileReader::nextQuotedToken(std::string& text)
+{
+    std::size_t at = 0;
+    cutQuotedToken(text, at);
+    text.erase(0, at);
+    return m_theValue;
+}
+
+bool NyXmlFileReader::isWhiteSpace(std::string const& text) const { return NyWhiteSpace::isAll(text); }
+
+void NyXmlFileReader::stripLeadingWhiteSpace(std::string& text) const
+{
+    std::size_t const first = NyWhiteSpace::findBlack(text);
+    if (first != text.size())
+        text.erase(0, first);
+}
+
+void NyXmlFileReader::stripTrailingWhiteSpace(std::string& text) const
+{
+    std::size_t const last = text.find_last_not_of(NyWhiteSpace::characters);
+    if (last != none)
+        text.resize(last + 1);
+}
+
+void NyXmlFileReader::stripWhiteSpaceFromBounds(std::string& text) const
+{
+    stripTrailingWhiteSpace(text);
+    stripLeadingWhiteSpace(text);
+}
+
+void NyXmlFileReader::stripLeadingSlash(std::string& text) const
+{
+    if (!text.empty())
+        text.erase(0, 1);
+}
+
+void NyXmlFileReader::stripTrailingSlash(std::string& text) const
+{
+    if (!text.empty())
+        text.pop_back();
+}
+
+// The place behind the text holds its terminator and never the second quote. Subclasses have the slot, so it stays.
+void NyXmlFileReader::stripQuotes(std::string&) { fault("file not well formed.\n\tImproper quotes around attribute value."); }

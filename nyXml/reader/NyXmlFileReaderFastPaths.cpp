@@ -1,7 +1,8 @@
 // The fast paths: tokens cut out of the block with no look at anything else. What they trust their caller with stands in the header.
 
-#include <nyXml/core/detail/NyWhiteSpace.h>
 #include <nyXml/reader/NyXmlFileReader.h>
+
+#include <nyXml/core/detail/NyWhiteSpace.h>
 
 namespace {
 
@@ -45,30 +46,33 @@ private:
 // hand, and the cursor goes back to where that text begins.
 void NyXmlFileReader::cutValue(std::size_t end)
 {
-    m_theValue.assign(m_theBlock, m_theIndex, end == none ? none : end - m_theIndex);
-    jumpTo(end == none ? m_theBlockStart : end + 1);
+    m_theValue.assign(m_theBlock.rest().substr(0, end == none ? none : end - m_theBlock.index()));
+    if (end == none)
+        m_theBlock.jumpToStart();
+    else
+        m_theBlock.jumpTo(end + 1);
 }
 
 // Onto the delimiter, with its line in hand, and over it.
 void NyXmlFileReader::stepOver(char delimiter)
 {
-    moveToDelim(delimiter);
-    ensureNewlineExists();
-    jumpTo(m_theIndex + 1);
+    m_theBlock.moveToDelim(delimiter);
+    m_theBlock.ensureNewlineExists();
+    m_theBlock.jumpTo(m_theBlock.index() + 1);
 }
 
 std::string const& NyXmlFileReader::getComplexStartTagFast()
 {
     stepOver('<');
-    std::size_t const end = NyWhiteSpace::findWhite(m_theBlock, m_theIndex);
-    cutValue(end != m_theBlock.size() ? end : none);
+    std::size_t const end = NyWhiteSpace::findWhite(m_theBlock.text(), m_theBlock.index());
+    cutValue(end != m_theBlock.text().size() ? end : none);
     return m_theValue;
 }
 
 std::string const& NyXmlFileReader::getSimpleStartTagFast()
 {
     stepOver('<');
-    std::size_t const end = m_theBlock.find('>', m_theIndex);
+    std::size_t const end = m_theBlock.text().find('>', m_theBlock.index());
     cutValue(end);
     // Less its last byte: callers outside count on the offset.
     if (end != none && !m_theValue.empty())
@@ -79,7 +83,7 @@ std::string const& NyXmlFileReader::getSimpleStartTagFast()
 std::string const& NyXmlFileReader::getAttributeValueFast()
 {
     stepOver('"');
-    cutValue(m_theBlock.find('"', m_theIndex));
+    cutValue(m_theBlock.text().find('"', m_theBlock.index()));
     return m_theValue;
 }
 
@@ -87,21 +91,21 @@ std::string const& NyXmlFileReader::getAttributeValueFast()
 // is anything counted now: the lines count later, since there is none inside the text.
 bool NyXmlFileReader::takeAttributeText(std::string_view& text)
 {
-    std::string_view const block(m_theBlock);
-    std::size_t open = m_theIndex == none ? none : block.find('"', m_theIndex);
+    std::string_view const block = m_theBlock.text();
+    std::size_t open = m_theBlock.index() == none ? none : block.find('"', m_theBlock.index());
     std::size_t const close = open == none ? none : block.find('"', open + 1);
     if (close != none) {
         text = block.substr(open + 1, close - open - 1);
         if (text.find('\n') == none) {
-            moveToIndex(close + 1);
+            m_theBlock.moveToIndex(close + 1);
             return true;
         }
     }
     while (open == none) { // as moveToDelim(), but for the end
-        moveToBlockEnd();
-        if (!readBlock(false) && isStreamAtEnd())
+        m_theBlock.moveToBlockEnd();
+        if (!m_theBlock.readBlock(false) && m_theBlock.isStreamAtEnd())
             return false;
-        open = m_theBlock.find('"', m_theIndex);
+        open = m_theBlock.text().find('"', m_theBlock.index());
     }
     text = NyXmlFileReader::getAttributeValueFast();
     return true;
@@ -116,13 +120,13 @@ std::string const& NyXmlFileReader::getLastAttributeValueFast()
 
 std::string const& NyXmlFileReader::getContentByWordFast()
 {
-    moveToNextWord();
-    ensureNewlineExists();
-    std::size_t const end = m_theBlock.find_first_of(" \t\n\r<", m_theIndex);
+    m_theBlock.moveToNextWord();
+    m_theBlock.ensureNewlineExists();
+    std::size_t const end = m_theBlock.text().find_first_of(" \t\n\r<", m_theBlock.index());
     if (end != none)
         cutValue(end);
     else
-        m_theValue.assign(m_theBlock, m_theIndex, none);
+        m_theValue.assign(m_theBlock.rest());
     return m_theValue;
 }
 
@@ -132,21 +136,20 @@ void NyXmlFileReader::getEndTagFast() { stepOver('>'); }
 bool NyXmlFileReader::takeEntry(std::string_view& key, std::string_view& value)
 {
     bool const isBetweenElements = m_theMode == XML_READER_START_TAG || m_theMode == XML_READER_END_TAG;
-    if (m_theWay != Way::IN_PLACE || m_theIndex == none || !isBetweenElements || m_theElementStack.empty() ||
+    if (way() != Way::IN_PLACE || m_theBlock.isUsedUp() || !isBetweenElements || m_theElementStack.empty() ||
         m_theAttributes.remaining() != 0)
         return false;
-    Tags tags(m_theBlock, m_theIndex);
+    Tags tags(m_theBlock.text(), m_theBlock.index());
     if (!tags.skip("<element>") || !tags.skip("<key>") || !tags.take(key) || !tags.skip("</key>") || !tags.skip("<value>") ||
         !tags.take(value) || !tags.skip("</value>") || !tags.skip("</element>"))
         return false;
     // What the events would have left behind.
-    m_theElementStack.push("element", true, m_theNames.token("element"));
+    m_theElementStack.push("element", true, m_theNames->token("element"));
     m_theElementStack.pop();
     m_theNumOfAttributes = 0;
-    m_theContent.assign(value);
-    m_theContentStart = 0;
+    setContent(value);
     m_theContentVectorFlag = false;
     m_theMode = XML_READER_END_TAG;
-    moveToIndex(tags.at());
+    m_theBlock.moveToIndex(tags.at());
     return true;
 }

@@ -125,6 +125,13 @@ void NyXmlReader::pop()
     findTop();
 }
 
+NyXmlFileReader* NyXmlReader::plainDocument() const
+{
+    bool const isPlain = typeid(*this) == typeid(NyXmlReader) && m_theTop != nullptr && !m_theCheckVersionFlag &&
+                         !isInclude(m_theTop->NyXmlFileReader::element());
+    return isPlain ? m_theTop : nullptr;
+}
+
 std::vector<NyToken> NyXmlReader::openElements() const
 {
     std::vector<NyToken> names;

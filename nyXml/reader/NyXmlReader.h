@@ -129,6 +129,10 @@ public:
     /// not among them. Empty for a reader that is not opened; of a subclass that hands out events of its own it knows nothing.
     std::vector<NyToken> openElements() const;
 
+    /// The document on top, for ways past the events: null if somebody could tell, as a subclass can, or if the front has to look at the
+    /// next event.
+    NyXmlFileReader* plainDocument() const;
+
     // Ways to the text without a copy, for values that read a lot of it. They are not virtual: take them only if
     // typeid(reader) == typeid(NyXmlReader), or a subclass does not see them. Valid until the next call that reads.
 

@@ -10,6 +10,7 @@
 #include <nyXml/values/NyXmlBasicType.h>
 #include <nyXml/values/detail/NyXmlItemVector.h>
 #include <nyXml/values/detail/NyXmlItems.h>
+#include <nyXml/values/detail/NyXmlLeaf.h>
 #include <nyXml/values/detail/NyXmlTextValue.h>
 
 #include <cstddef>
@@ -161,6 +162,13 @@ public:
         m_item.read(reader);
         m_items.push_back(m_item.value());
     }
+    bool takeItem(NyXmlLeafRun& run, std::string_view name) override
+    {
+        if (m_taker == nullptr || !m_taker(m_item, run, name))
+            return false;
+        m_items.push_back(m_item.value());
+        return true;
+    }
     bool isOfWords() const override { return isNyXmlTextValue<B>; }
 
     // Hot: once per word of every numeric array, benchmarks readNumbers. Words are converted where they stand in the reader's text, a
@@ -201,6 +209,7 @@ private:
     std::vector<T>& m_items;
     std::size_t m_countBefore = 0; ///< items before the run
     B m_item;
+    NyXmlLeaf::Taker const m_taker = NyXmlLeaf::takerOf(m_item);
 };
 
 template <class B>

@@ -13,10 +13,12 @@
 #include <nyXml/values/NyXmlVectorVector.h>
 #include <nyXml/values/detail/NyXmlItemVector.h>
 #include <nyXml/values/detail/NyXmlItems.h>
+#include <nyXml/values/detail/NyXmlLeaf.h>
 #include <nyXml/values/detail/NyXmlTextValue.h>
 
 #include <iosfwd>
 #include <string>
+#include <string_view>
 #include <type_traits>
 #include <utility>
 #include <vector>
@@ -157,11 +159,23 @@ public:
         m_items.back().read(reader);
     }
 
+    bool takeItem(NyXmlLeafRun& run, std::string_view name) override
+    {
+        if (m_taker == nullptr)
+            return false;
+        m_items.push_back(m_item);
+        if (m_taker(m_items.back(), run, name))
+            return true;
+        m_items.pop_back();
+        return false;
+    }
+
     bool isOfWords() const override { return isNyXmlTextValue<E>; }
 
 private:
     std::vector<E>& m_items;
     E m_item;
+    NyXmlLeaf::Taker const m_taker = NyXmlLeaf::takerOf(m_item);
 };
 
 template <class E>

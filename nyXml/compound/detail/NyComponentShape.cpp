@@ -1,6 +1,7 @@
 #include <nyXml/compound/detail/NyComponentShape.h>
 
 #include <nyXml/compound/NyXmlCompoundType.h>
+#include <nyXml/reader/detail/NyXmlLeafRun.h>
 
 #include <algorithm>
 #include <array>
@@ -61,8 +62,10 @@ NyComponentShape::NyComponentShape(Class const& ofClass, bool hasPlainLookup, st
             assign(m_marks, registration.token, &Mark::kind, registration.kind);
     }
     for (auto* const components : { &m_elements, &m_attributes })
-        for (NyComponent& component : *components)
+        for (NyComponent& component : *components) {
             component.nameInDocuments.assign(component.token.localName());
+            component.isPlainName = NyXmlLeafRun::isPlainName(component.token.localName());
+        }
 }
 
 NyComponentShape const* NyComponentShape::find(Class const& ofClass) noexcept

@@ -23,6 +23,7 @@ struct NyComponent {
     NyToken token;
     std::uintptr_t distance; ///< from the compound to the component
     NyToken nameInDocuments; ///< the token without its namespace, as readers give it
+    bool isPlainName;        ///< whether a tag of just the name's bytes is such an element
 };
 
 /// What the objects of one class register, shared by all of them: names, and where in its compound each component lies.

@@ -10,6 +10,7 @@
 #include <deque>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 /// The attributes of one tag, ordered by local name, and consumed by being taken. A part of NyXmlFileReader, of no use to others.
@@ -26,6 +27,19 @@ public:
     /// The copy owns all that it holds.
     NyXmlAttributeList& operator=(NyXmlAttributeList const& other);
     ~NyXmlAttributeList() = default;
+
+    /// Whether some tag had so many attributes that what they took is better given back.
+    bool isLarge() const noexcept { return m_slots.size() > 64; }
+
+    void swap(NyXmlAttributeList& other) noexcept
+    {
+        m_entries.swap(other.m_entries);
+        m_slots.swap(other.m_slots);
+        std::swap(m_slotsUsed, other.m_slotsUsed);
+        std::swap(m_remaining, other.m_remaining);
+        std::swap(m_first, other.m_first);
+        std::swap(m_isSorted, other.m_isSorted);
+    }
 
     void clear() noexcept
     {

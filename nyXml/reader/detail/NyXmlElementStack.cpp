@@ -42,7 +42,7 @@ NyToken const& NyXmlElementStack::ownToken(Record& record, std::string_view loca
     return token;
 }
 
-void NyXmlElementStack::forgetDeclarations()
+void NyXmlElementStack::forgetDeclarations() noexcept
 {
     for (; m_top->m_declarations != 0; --m_top->m_declarations) {
         m_theNamespaces.erase(m_declared.back());

@@ -12,6 +12,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 /// The open elements of a document with the namespaces in scope. A part of NyXmlFileReader, of no use to others.
@@ -61,7 +62,7 @@ public:
     /// Names the innermost element.
     void name(NyToken const& token);
 
-    void pop()
+    void pop() noexcept
     {
         assert(m_depth != 0);
         if (m_top->m_declarations != 0)
@@ -77,6 +78,21 @@ public:
 
     /// Binds a free prefix until the innermost element closes. One that is bound stays as it is.
     void bind(std::string const& prefix, std::string const& text);
+
+    /// Closes all elements.
+    void clear() noexcept
+    {
+        while (!empty())
+            pop();
+    }
+    void swap(NyXmlElementStack& other) noexcept
+    {
+        m_records.swap(other.m_records);
+        std::swap(m_depth, other.m_depth);
+        std::swap(m_top, other.m_top);
+        m_theNamespaces.swap(other.m_theNamespaces);
+        m_declared.swap(other.m_declared);
+    }
 
     NyXmlElementStack() = default;
     NyXmlElementStack(NyXmlElementStack const& other) { *this = other; }
@@ -100,7 +116,7 @@ private:
         return *m_top;
     }
     static NyToken const& ownToken(Record& record, std::string_view localName);
-    void forgetDeclarations();
+    void forgetDeclarations() noexcept;
 
     std::vector<std::unique_ptr<Record>> m_records; ///< names handed out stay where they are when it grows
     std::size_t m_depth = 0;

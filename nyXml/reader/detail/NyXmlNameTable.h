@@ -32,19 +32,25 @@ public:
         std::size_t const place = name.size() + 5 * byte(0) + 33 * byte(name.size() / 2) + 129 * byte(name.size() - 1);
         for (std::size_t way = 0; way != 2; ++way) {
             std::unique_ptr<NyToken>& entry = m_tokens[(place + way) % places];
-            if (!entry)
+            if (!entry) {
                 entry = std::make_unique<NyToken>(std::string(), std::string(name));
+                ++m_count;
+            }
             if (NyShortText::same(entry->localName(), name))
                 return entry.get();
         }
         return nullptr;
     }
 
+    /// Whether names of another document would hardly find a place.
+    bool isCrowded() const noexcept { return m_count > places / 2; }
+
 private:
     static constexpr std::size_t places = 128;
     static constexpr std::size_t longestName = 64;
 
     std::array<std::unique_ptr<NyToken>, places> m_tokens;
+    std::size_t m_count = 0;
 };
 
 #endif

@@ -5,6 +5,7 @@
 
 #include <nyXml/core/NyXmlObject.h>
 #include <nyXml/values/detail/NyXmlItems.h>
+#include <nyXml/values/detail/NyXmlLeaf.h>
 #include <nyXml/values/detail/NyXmlTextValue.h>
 
 /// What sets and lists have in common, for the families' own use: they take copies of one item, and say nothing of their size when empty.
@@ -24,11 +25,19 @@ public:
         m_item.read(reader);
         m_items.insert(m_items.end(), m_item);
     }
+    bool takeItem(NyXmlLeafRun& run, std::string_view name) override
+    {
+        if (m_taker == nullptr || !m_taker(m_item, run, name))
+            return false;
+        m_items.insert(m_items.end(), m_item);
+        return true;
+    }
     bool isOfWords() const override { return isNyXmlTextValue<typename Container::value_type>; }
 
 private:
     Container& m_items;
     typename Container::value_type m_item;
+    NyXmlLeaf::Taker const m_taker = NyXmlLeaf::takerOf(m_item);
 };
 
 /// read() for a container that it empties first.

@@ -3,6 +3,7 @@
 #include <nyXml/core/NyXml.h>
 #include <nyXml/platform/NyPrint.h>
 #include <nyXml/reader/NyXmlReader.h>
+#include <nyXml/reader/detail/NyXmlLeafRun.h>
 #include <nyXml/schema/NyXmlSchema.h>
 #include <nyXml/values/NyXmlBasicType.h>
 #include <nyXml/writer/NyXmlWriter.h>
@@ -30,6 +31,17 @@ int takeAttributes(NyXmlReader& reader, NyXmlItemSink& sink)
         }
     }
     return expected;
+}
+
+/// Takes the items that come next as long as they are leaves of the usual name.
+unsigned int readLeaves(NyXmlReader& reader, NyXmlItemSink& sink)
+{
+    unsigned int count = 0;
+    NyXmlLeafRun run(reader);
+    while (sink.takeItem(run, NyXml::NyElementToken.localName()))
+        ++count;
+    run.end();
+    return count;
 }
 
 void complainAboutSize(NyXmlReader const& reader, NyXmlItemFamily const& family, char const* where, int expected,
@@ -67,6 +79,8 @@ void writeItem(NyXmlWriter& writer, NyXmlItemSource& items, bool isOurs)
 
 } // namespace
 
+bool NyXmlItemSink::takeItem(NyXmlLeafRun&, std::string_view) { return false; }
+
 NyXmlFileReader::XML_READER_MODE NyXmlItemSink::beginRun(NyXmlReader& reader) { return reader.readXml(); }
 
 unsigned int NyXmlItemSink::readWords(NyXmlReader& reader)
@@ -99,7 +113,7 @@ bool NyXmlItems::read(NyXmlReader& reader, NyXmlItemFamily const& family, char c
         return true; // nothing is said about the size: <a size="5"/> is how some writers leave out a default
     sink.begin();
 
-    unsigned int actual = 0;
+    unsigned int actual = readLeaves(reader, sink);
     auto event = reader.readXml();
     while (event == NyXmlFileReader::XML_READER_START_TAG || event == NyXmlFileReader::XML_READER_EMPTY_TAG) {
         if (reader.element() == group) {
@@ -113,6 +127,7 @@ bool NyXmlItems::read(NyXmlReader& reader, NyXmlItemFamily const& family, char c
             sink.readItem(reader);
             ++actual;
         }
+        actual += readLeaves(reader, sink);
         event = reader.readXml();
     }
     if (event == NyXmlFileReader::XML_READER_ERROR)

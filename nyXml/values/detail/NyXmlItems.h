@@ -12,6 +12,9 @@
 #include <cstddef>
 #include <iosfwd>
 #include <string>
+#include <string_view>
+
+class NyXmlLeafRun;
 
 /// What a family of containers puts in its messages.
 struct NyXmlItemFamily {
@@ -31,6 +34,10 @@ public:
 
     /// Takes one item. The reader stands on one word or one child element; whether the item liked what it read plays no part.
     virtual void readItem(NyXmlReader& reader) = 0;
+
+    /// Takes one item from what comes next, if that is a leaf of this name and the item one that may be read so. Does what readItem()
+    /// does. \return false, and nothing has changed, if not
+    virtual bool takeItem(NyXmlLeafRun& run, std::string_view name);
 
     /// Whether each item of a run is sure to take a word. Others are watched: one made of attributes or children takes none.
     virtual bool isOfWords() const { return false; }

@@ -1,4 +1,4 @@
-#include <nyXml/compound/detail/NyVirtualSlot.h>
+#include <nyXml/core/detail/NyVirtualSlot.h>
 
 #ifdef __GXX_ABI_VERSION
 #include <dlfcn.h>

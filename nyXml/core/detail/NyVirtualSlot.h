@@ -1,7 +1,7 @@
 // In-house, no part of the face: installed only because public headers need it.
 
-#ifndef NYXML_COMPOUND_DETAIL_NYVIRTUALSLOT_H
-#define NYXML_COMPOUND_DETAIL_NYVIRTUALSLOT_H
+#ifndef NYXML_CORE_DETAIL_NYVIRTUALSLOT_H
+#define NYXML_CORE_DETAIL_NYVIRTUALSLOT_H
 
 #include <cstdint>
 #include <cstring>

@@ -1,0 +1,139 @@
+#include <nyXml/reader/detail/NyXmlLeafRun.h>
+
+#include <nyXml/core/detail/NyShortText.h>
+#include <nyXml/core/detail/NyWhiteSpace.h>
+#include <nyXml/reader/NyXmlReader.h>
+#include <nyXml/reader/detail/NyXmlTagText.h>
+
+#include <cstring>
+
+namespace {
+
+constexpr auto endsPlainValue = NyXmlTagText::tableOf({ "\0\"#<>", 5 }); // a `>` ends the tag, a `#` splits the value
+
+char const* skipWhite(char const* at)
+{
+    while (NyWhiteSpace::is(*at))
+        ++at;
+    return at;
+}
+
+} // namespace
+
+NyXmlLeafRun::NyXmlLeafRun(NyXmlReader& reader)
+{
+    NyXmlFileReader* const file = reader.plainDocument();
+    if (file == nullptr || file->m_theWay != NyXmlFileReader::Way::IN_PLACE || file->m_theBlock.isUsedUp() ||
+        file->m_theElementStack.empty() || file->m_theAttributes.remaining() != 0)
+        return;
+    switch (file->m_theMode) {
+    case NyXmlFileReader::XML_READER_START_TAG:
+    case NyXmlFileReader::XML_READER_END_TAG:
+    case NyXmlFileReader::XML_READER_CONTENT: break;
+    case NyXmlFileReader::XML_READER_EOF:
+    case NyXmlFileReader::XML_READER_EMPTY_TAG:
+    case NyXmlFileReader::XML_READER_ERROR: return;
+    }
+    m_reader = file;
+    std::string_view const rest = file->m_theBlock.rest();
+    m_at = rest.data();
+    m_end = rest.data() + rest.size();
+}
+
+// An exception is on its way: no other may follow.
+NyXmlLeafRun::~NyXmlLeafRun()
+{
+    try {
+        end();
+    } catch (...) {}
+}
+
+char const* NyXmlLeafRun::behindTagName(std::string_view name) const noexcept
+{
+    if (m_reader == nullptr)
+        return nullptr;
+    char const* const open = skipWhite(m_at);
+    bool const isHere = *open == '<' && static_cast<std::size_t>(m_end - open) > name.size() + 1 &&
+                        NyShortText::same(name, { open + 1, name.size() });
+    return isHere ? open + 1 + name.size() : nullptr;
+}
+
+bool NyXmlLeafRun::takeText(std::string_view name, std::string_view& text)
+{
+    char const* const start = behindTagName(name);
+    if (start == nullptr || *start != '>')
+        return false;
+    auto const* const close = static_cast<char const*>(std::memchr(start, '<', static_cast<std::size_t>(m_end - start)));
+    if (close == nullptr || static_cast<std::size_t>(m_end - close) < name.size() + 3 || close[1] != '/' ||
+        close[name.size() + 2] != '>' || !NyShortText::same(name, { close + 2, name.size() }))
+        return false;
+    text = NyWhiteSpace::trimmed({ start + 1, static_cast<std::size_t>(close - start) - 1 });
+    if (text.empty())
+        return false;
+    m_at = close + name.size() + 3;
+    m_isAny = m_isText = true;
+    m_name = name;
+    m_attributeCount = 0;
+    m_text = text;
+    return true;
+}
+
+bool NyXmlLeafRun::takeAttributes(std::string_view name, NyToken const* const* attributes, std::string_view* values,
+                                  std::size_t count)
+{
+    char const* at = behindTagName(name);
+    if (at == nullptr)
+        return false;
+    for (std::size_t i = 0; i != count; ++i) { // ` x="1"`
+        std::string_view const attribute = attributes[i]->localName();
+        char const* const start = skipWhite(at);
+        if (start == at || static_cast<std::size_t>(m_end - start) < attribute.size() + 2 ||
+            !NyShortText::same(attribute, { start, attribute.size() }) || start[attribute.size()] != '=' ||
+            start[attribute.size() + 1] != '"')
+            return false;
+        char const* const value = start + attribute.size() + 2;
+        at = value;
+        while (!endsPlainValue[static_cast<unsigned char>(*at)])
+            ++at;
+        if (*at != '"')
+            return false;
+        values[i] = { value, static_cast<std::size_t>(at - value) };
+        ++at;
+    }
+    at = skipWhite(at);
+    if (at[0] != '/' || at[1] != '>')
+        return false;
+    m_at = at + 2;
+    m_isAny = true;
+    m_isText = false;
+    m_name = name;
+    m_attributeCount = count;
+    return true;
+}
+
+// What the events would have left behind.
+void NyXmlLeafRun::end()
+{
+    if (!m_isAny)
+        return;
+    m_isAny = false;
+    NyXmlFileReader& reader = *m_reader;
+    bool const isContentGone = reader.m_theMode == NyXmlFileReader::XML_READER_START_TAG || !m_text.empty();
+    reader.m_theBlock.moveToIndex(static_cast<std::size_t>(m_at - reader.m_theBlock.text().data()));
+    reader.m_theMode = m_isText ? NyXmlFileReader::XML_READER_CONTENT : NyXmlFileReader::XML_READER_EMPTY_TAG;
+    reader.m_theAttributes.clear();
+    reader.m_theNumOfAttributes = static_cast<unsigned int>(m_attributeCount);
+    reader.m_theElementStack.push(m_name, true, reader.m_theNames->token(m_name));
+    if (m_isText)
+        reader.m_theElementStack.pop();
+    if (isContentGone) {
+        reader.m_theContentVectorFlag = false;
+        reader.setContent(m_text);
+    }
+}
+
+bool NyXmlLeafRun::isPlainName(std::string_view name) noexcept
+{
+    using namespace NyXmlTagText;
+    return !name.empty() && findAny(endsBareName, name) == name.size() && name != "NyInclude";
+}

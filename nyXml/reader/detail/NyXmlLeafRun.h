@@ -1,0 +1,65 @@
+// In-house, no part of the face: installed only because public headers need it.
+
+#ifndef NYXML_READER_DETAIL_NYXMLLEAFRUN_H
+#define NYXML_READER_DETAIL_NYXMLLEAFRUN_H
+
+#include <nyXml/core/NyToken.h>
+#include <nyXml/platform/NyXmlExport.h>
+
+#include <array>
+#include <cstddef>
+#include <string_view>
+
+class NyXmlFileReader;
+class NyXmlReader;
+
+/// Takes the leaves that come next, `<name>text</name>` or `<name a="1" b="2"/>`, in one step each, where they stand in the block.
+///
+/// Hot: nearly all of a document is leaves, and two events with their questions cost four times as much. Once the run is at its end the
+/// reader stands as behind the events of the last leaf. Nobody may look at it before that, so whoever takes a leaf runs no code of an
+/// application until then.
+///
+/// Everything that is not written as plainly as can be, or not whole in the block, is refused, and nothing has changed: readXml() says
+/// what it is. A reader that is not exactly the library's refuses everything.
+class NYXML_EXPORT NyXmlLeafRun {
+public:
+    explicit NyXmlLeafRun(NyXmlReader& reader);
+    ~NyXmlLeafRun();
+    NyXmlLeafRun(NyXmlLeafRun const&) = delete;
+    NyXmlLeafRun& operator=(NyXmlLeafRun const&) = delete;
+
+    /// \param name  as isPlainName() has it
+    /// \param text  not empty, without the white space at its bounds; valid until the reader moves
+    bool takeText(std::string_view name, std::string_view& text);
+
+    /// An empty tag with just these attributes in this order, which is that of their names.
+    template <std::size_t N>
+    bool takeAttributes(std::string_view name, std::array<NyToken const*, N> const& attributes, std::string_view (&values)[N])
+    {
+        return takeAttributes(name, attributes.data(), values, N);
+    }
+
+    /// To be called when the last leaf is taken.
+    void end();
+
+    /// Whether a tag of these bytes is an element of just this name, and no include.
+    static bool isPlainName(std::string_view name) noexcept;
+
+private:
+    bool takeAttributes(std::string_view name, NyToken const* const* attributes, std::string_view* values, std::size_t count);
+    /// Behind `<name`, null if that does not come next.
+    char const* behindTagName(std::string_view name) const noexcept;
+
+    NyXmlFileReader* m_reader = nullptr; ///< null if nothing can be taken
+    char const* m_at = nullptr;          ///< with a zero byte somewhere behind it
+    char const* m_end = nullptr;
+
+    // The last leaf.
+    bool m_isAny = false;
+    bool m_isText = false; ///< an empty tag if not
+    std::string_view m_name;
+    std::size_t m_attributeCount = 0;
+    std::string_view m_text; ///< of the last text, empty if there was none
+};
+
+#endif
