@@ -12,6 +12,10 @@ build/release/examples/robotCell build/demo
 if command -v xmllint >/dev/null; then
     say "validating the written document against its schema"
     xmllint --noout --schema build/demo/cell.robotCell.xsd build/demo/cell.xml
+    if [ -e build/demo/exact ]; then
+        say "and against its exact schema"
+        xmllint --noout --schema build/demo/exact/cell.robotCell.xsd build/demo/cell.xml
+    fi
 fi
 if command -v dot >/dev/null; then
     dot -Tsvg build/demo/cell.dot -o build/demo/cell.svg

@@ -10,6 +10,9 @@
 #include <nyXml/core/NyXmlInfo.h>
 #include <nyXml/platform/NyPrint.h>
 #include <nyXml/writer/NyXmlWriter.h>
+#ifdef ROBOTCELL_WITH_KIT
+#include <nyXmlKit/schema/NyXmlExactSchema.h>
+#endif
 
 #include <filesystem>
 #include <fstream>
@@ -147,6 +150,10 @@ bool run(fs::path const& document, fs::path const& output)
     bool const wholeEqual = writesAndReadsBack(cell, output / "cell.xml");
 
     cell.createSchema((output / "cell.xml").string(), Cell::classToken());
+#ifdef ROBOTCELL_WITH_KIT
+    fs::create_directories(output / "exact"); // the companion library's, under the same name
+    NyXmlExactSchema::create(cell, (output / "exact" / "cell.xml").string(), Cell::classToken());
+#endif
     std::cout << "  its schema: " << (output / "cell.robotCell.xsd").string() << "\n\n"
               << std::ifstream(output / "cell.xml", std::ios::binary).rdbuf();
 
