@@ -1,4 +1,4 @@
-# Headers, library, CMake package, pkg-config file and printers for gdb.
+# Headers, library, CMake package, pkg-config file and printers for gdb. A package is made of each component, see NyXmlPackages.cmake.
 
 include(CMakePackageConfigHelpers)
 

@@ -1,6 +1,6 @@
 # Sourced by the other scripts: goes to the root of the tree, installs what is missing, configures and builds.
 #
-#   need <what>...             makes sure that these are there: build, bench, check, docs, libc++, sanitize
+#   need <what>...             makes sure that these are there: build, bench, check, docs, libc++, package, sanitize
 #   build <preset> [target...] configures and builds into build/<preset>; NYXML_CMAKE_ARGS goes to the configuration
 
 set -euo pipefail
@@ -26,6 +26,7 @@ packages_for() {
     check) printf '%s\n' 'git git' 'clang-format clang-format' 'pkg-config pkg-config' ;;
     docs) printf '%s\n' 'doxygen doxygen' ;;
     sanitize) printf '%s\n' 'clang clang++' 'libclang-rt-dev /usr/lib/llvm-*/lib/clang/*/lib/linux/libclang_rt.asan-*.a' ;;
+    package) printf '%s\n' 'dpkg-dev dpkg-shlibdeps' ;;
     libc++) printf '%s\n' 'clang clang++' 'libc++-dev /usr/lib/llvm-*/include/c++/v1/vector' 'libc++abi-dev /usr/lib/llvm-*/lib/libc++abi.so' \
         'libfast-float-dev fast_float/fast_float.h' ;;
     *) fail "scripts/setup.sh: nothing is known about '$1'" ;;
