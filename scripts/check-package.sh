@@ -26,6 +26,11 @@ cmake -S "$work" -B "$work/dark" -G Ninja -DCMAKE_PREFIX_PATH="$work/installed" 
 grep -qF 'dark.nyp is no plug-in without: extern "C" NYXML_EXPORT NyXmlCreator getCreator(int index)' <(tr -s ' \n' ' ' <"$work/log") ||
     fail "$(cat "$work/log")"
 
+# A member that is no object ends the compilation with a line that says what to do.
+printf '%s\n' '#include <nyXml/nyXml.h>' 'void f(NyXmlCompoundType& object, int& member) { object.registerComponent("name", &member); }' >"$work/wrong.cpp"
+! g++ -std=c++17 -fsyntax-only -I"$work/installed/include" "$work/wrong.cpp" >"$work/log" 2>&1 || fail "an int passes as an object"
+grep -q "wrap a plain one in NyXmlBasicType" "$work/log" || fail "$(cat "$work/log")"
+
 export PKG_CONFIG_PATH
 PKG_CONFIG_PATH=$(dirname "$(find "$work/installed" -name nyXml.pc)")
 # shellcheck disable=SC2046 # several flags

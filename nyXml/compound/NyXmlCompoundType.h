@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <type_traits>
 
 class NyComponentShape;
 struct NyComponent;
@@ -104,6 +105,19 @@ public:
 
     /// The same for an element that is read and described, but never written.
     virtual void registerComponentReadOnly(NyToken const& token, NyXmlObject* object);
+
+    /// A member that is no object does not answer to a name: says so where it is compiled.
+    template <class Member, std::enable_if_t<!std::is_convertible_v<Member*, NyXmlObject*>, int> = 0>
+    void registerComponent(NyToken const&, Member*)
+    {
+        static_assert(sizeof(Member*) == 0,
+                      "a member that is registered derives from NyXmlObject: wrap a plain one in NyXmlBasicType");
+    }
+    template <class Member, std::enable_if_t<!std::is_convertible_v<Member*, NyXmlObject*>, int> = 0>
+    void registerAttributeComponent(NyToken const& token, Member* member)
+    {
+        registerComponent(token, member);
+    }
 
     /// Child elements by name; empty until the object is initialised. Valid as long as the object.
     virtual ComponentMap const& componentMap() const;
