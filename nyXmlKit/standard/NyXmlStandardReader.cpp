@@ -12,6 +12,7 @@
 #include <istream>
 #include <string_view>
 #include <system_error>
+#include <typeinfo>
 #include <utility>
 
 namespace {
@@ -45,6 +46,7 @@ public:
     Mode readXml();
     Mode mode() const noexcept { return m_mode; }
     NyToken const& element() const { return m_open.empty() ? NyXmlFileReader::m_theNullToken : m_open.back().name->token; }
+    bool isAtInclude() const noexcept { return !m_open.empty() && m_open.back().name->isInclude; }
     std::string const& filename() const noexcept { return m_name; }
     int line() const noexcept { return m_line; }
     unsigned int errorCode() const noexcept { return m_errorCode; }
@@ -436,7 +438,11 @@ void NyXmlStandardReader::Document::addContent(Event const& event)
 {
     if (event.kind == Event::Kind::REFERENCE && m_endOfKept == 0)
         m_firstKept = m_content.size();
-    m_content += m_parser.textOf(event).substr(m_fastText);
+    std::string_view const text = m_parser.textOf(event).substr(m_fastText);
+    if (m_content.empty())
+        m_content.assign(text);
+    else
+        m_content.append(text);
     if (event.kind == Event::Kind::REFERENCE)
         m_endOfKept = m_content.size();
 }
@@ -447,12 +453,15 @@ bool NyXmlStandardReader::Document::endContent()
     if (m_open.back().isPreserved)
         return !m_content.empty();
     std::size_t begin = NyXmlMarkup::findBlack(m_content);
-    std::size_t end = m_content.find_last_not_of(NyXmlMarkup::white) + 1;
+    std::size_t end = begin == m_content.size() ? 0 : m_content.size();
+    while (end > begin && NyXmlMarkup::isWhite(m_content[end - 1]))
+        --end;
     if (m_endOfKept != 0) {
         begin = std::min(begin, m_firstKept);
         end = std::max(end, m_endOfKept);
     }
-    m_content.resize(end);
+    if (end != m_content.size())
+        m_content.resize(end);
     m_contentStart = std::min(begin, end);
     return m_contentStart != end;
 }
@@ -818,10 +827,17 @@ void NyXmlStandardReader::open(std::string const& name, std::istream& stream)
     m_isVersionGood = true;
 }
 
+// Hot: where nobody overrides the hooks, a look at the mode and at the element's name tells that they have nothing to do.
 Mode NyXmlStandardReader::readXml()
 {
-    for (;;) {
-        m_theTop->readXml();
+    Mode const mode = m_theTop->readXml();
+    bool const isEveryday = !m_isVersionDue && mode != NyXmlFileReader::XML_READER_EOF && !m_theTop->isAtInclude();
+    return isEveryday && typeid(*this) == typeid(NyXmlStandardReader) ? mode : examineEvent();
+}
+
+Mode NyXmlStandardReader::examineEvent()
+{
+    for (;; m_theTop->readXml()) {
         bool const readOn = openFileTest() ? m_theTop->mode() != NyXmlFileReader::XML_READER_ERROR : closeFileTest();
         if (!readOn)
             break;
@@ -837,7 +853,7 @@ bool NyXmlStandardReader::openFileTest()
 {
     Mode const mode = m_theTop->mode();
     bool const isTag = mode == NyXmlFileReader::XML_READER_START_TAG || mode == NyXmlFileReader::XML_READER_EMPTY_TAG;
-    if (!isTag || m_theTop->element().localName() != includeName)
+    if (!isTag || !m_theTop->isAtInclude())
         return false;
 
     m_isVersionDue = true;

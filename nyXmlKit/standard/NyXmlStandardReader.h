@@ -157,6 +157,7 @@ protected:
 private:
     class Document;
 
+    Mode examineEvent();
     void push(std::string const& name, std::istream& stream, std::unique_ptr<std::istream> owned);
 
     std::vector<std::unique_ptr<Document>> m_theDocuments;

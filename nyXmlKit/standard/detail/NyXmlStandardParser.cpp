@@ -4,6 +4,8 @@
 
 #include <expat.h>
 
+#include <algorithm>
+#include <cstring>
 #include <new>
 #include <utility>
 
@@ -111,7 +113,7 @@ void NyXmlStandardParser::fill()
 {
     m_events.clear();
     m_attributes.clear();
-    m_texts.clear();
+    m_textSize = 0;
     m_next = 0;
     if (!m_parser && m_mayReadOn())
         begin();
@@ -152,13 +154,26 @@ void NyXmlStandardParser::refuse() { m_events.push_back({ Event::Kind::FAULT, fa
 void NyXmlStandardParser::add(Event::Kind kind, std::string_view text)
 {
     m_events.push_back(
-        { kind, false, static_cast<int>(XML_GetCurrentLineNumber(m_parser.get())), 0, nullptr, m_texts.size(), text.size() });
-    m_texts += text;
+        { kind, false, static_cast<int>(XML_GetCurrentLineNumber(m_parser.get())), 0, nullptr, m_textSize, text.size() });
+    addText(text);
+}
+
+// Hot: once for each piece of text, and most pieces are a line end or an indentation.
+void NyXmlStandardParser::addText(std::string_view text)
+{
+    std::size_t const end = m_textSize + text.size();
+    if (end > m_texts.size())
+        m_texts.resize(std::max<std::size_t>(2 * end, blockSize));
+    if (text.size() == 1)
+        m_texts[m_textSize] = text[0];
+    else
+        std::memcpy(m_texts.data() + m_textSize, text.data(), text.size());
+    m_textSize = end;
 }
 
 void NyXmlStandardParser::limitQueue()
 {
-    if (m_events.size() > mostEvents || m_texts.size() > mostText)
+    if (m_events.size() > mostEvents || m_textSize > mostText)
         XML_StopParser(m_parser.get(), XML_TRUE);
 }
 
@@ -167,8 +182,8 @@ void NyXmlStandardParser::start(char const* name, char const** attributes)
     std::size_t const first = m_attributes.size();
     for (; *attributes != nullptr; attributes += 2) {
         std::string_view const value(attributes[1]);
-        m_attributes.push_back({ m_names.find(attributes[0]), value, m_texts.size(), false });
-        m_texts += value;
+        m_attributes.push_back({ m_names.find(attributes[0]), value, m_textSize, false });
+        addText(value);
     }
     m_events.push_back({ Event::Kind::START, false, static_cast<int>(XML_GetCurrentLineNumber(m_parser.get())), 0,
                          m_names.find(name), first, m_attributes.size() - first });
@@ -196,12 +211,13 @@ void NyXmlStandardParser::text(std::string_view text)
         add(Event::Kind::REFERENCE, text);
     } else if (!m_events.empty() && m_events.back().kind == Event::Kind::TEXT) {
         m_events.back().size += text.size();
-        m_texts += text;
+        addText(text);
     } else {
-        m_events.push_back({ Event::Kind::TEXT, false, 0, 0, nullptr, m_texts.size(), text.size() });
-        m_texts += text;
+        m_events.push_back({ Event::Kind::TEXT, false, 0, 0, nullptr, m_textSize, text.size() });
+        addText(text);
     }
-    limitQueue();
+    if (m_textSize > mostText)
+        limitQueue();
 }
 
 /// Whether one character of text is written as "&#9;" or longer, not as itself or a line end.
@@ -232,7 +248,8 @@ void NyXmlStandardParser::entityDeclared()
 void NyXmlStandardParser::markup(std::string_view before, std::string_view text, std::string_view behind)
 {
     add(Event::Kind::MARKUP, before);
-    (m_texts += text) += behind;
+    addText(text);
+    addText(behind);
     m_events.back().size += text.size() + behind.size();
     limitQueue();
 }

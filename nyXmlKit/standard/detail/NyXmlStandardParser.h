@@ -81,7 +81,7 @@ public:
     /// Whether the next peek() makes what was handed out so far invalid.
     bool isDrained() const noexcept { return m_next == m_events.size(); }
 
-    std::string_view textOf(Event const& event) const { return std::string_view(m_texts).substr(event.begin, event.size); }
+    std::string_view textOf(Event const& event) const { return { m_texts.data() + event.begin, event.size }; }
 
     /// In the order of the document.
     Attribute* attributesOf(Event const& event)
@@ -93,7 +93,7 @@ public:
     }
 
     NyXmlStandardInput const& input() const noexcept { return m_input; }
-    std::size_t bytesHeld() const noexcept { return m_texts.size(); }
+    std::size_t bytesHeld() const noexcept { return m_textSize; }
 
 private:
     struct Handlers;
@@ -114,6 +114,7 @@ private:
     bool isEmptyTag();
     std::string_view rawText();
     void add(Event::Kind kind, std::string_view text);
+    void addText(std::string_view text);
     void limitQueue();
 
     NyXmlStandardInput m_input;
@@ -124,7 +125,8 @@ private:
     std::size_t m_depth = 0;
     std::uint64_t m_passed = 0;
     std::vector<Attribute> m_attributes;
-    std::string m_texts;
+    std::string m_texts;        ///< the first m_textSize bytes
+    std::size_t m_textSize = 0; ///< counted apart: a string that grows by appending pieces costs three times as much
     NyXmlStandardNames m_names;
     std::string m_raw; ///< the bytes of an event, where they have to be looked at
     bool m_wantsRaw = false;
