@@ -375,6 +375,9 @@ TEST_F(OutOfMemory, ConnectingASlot)
 {
     using Progress = Ny::SignalReadWriteProgressTraits;
     auto& manager = Ny::Application::instance().connectionManager();
+    // Boost's list of slots is left in disorder if the first slot of a group gets no memory: that one is not ours to mend.
+    auto const firstOfGroup = manager.createSlot<Progress>(
+        Progress::name(), [](double) {}, 0);
     forEachAllocation([&](unsigned int n) {
         int calls = 0;
         boost::shared_ptr<Ny::ConnectionManagerTypes::Connection> connection;
