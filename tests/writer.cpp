@@ -144,51 +144,128 @@ TEST(Writer, SchemaFileIsNamedAfterDocumentAndNamespace)
     }
 }
 
-TEST(Writer, LanguagesAndDefaultsReachTheirWriters)
+std::string const declaration = R"(<?xml version="1.0" encoding="UTF-8"?>)",
+                  qcmlSheet = R"(<?xml-stylesheet type="text/xsl" href="http://nyxml.org/stylesheets/QCML.xsl"?>)";
+
+std::string settingsOf(NyXmlWriter const& w)
 {
-    auto const settings = [](NyXmlWriter const& w) {
-        return w.indent() + '|' + w.header() + '|' + w.styleSheet() + '|' + w.schemaInstance() + '|' + w.schemaLocation() + '|' +
-               (w.writeDefaultDataFlag() ? "all" : "changed");
-    };
-    std::string const head = R"(<?xml version="1.0" encoding="UTF-8"?>)", untouched = " |" + head + "||||all",
-                      sheet = R"(<?xml-stylesheet type="text/xsl" href="http://nyxml.org/stylesheets/QCML.xsl"?>)",
-                      qcml = "  |" + head + '|' + sheet + '|' + instance + "|http://nyxml.org/partnerlab/XML/QCML.xsd|";
-    auto const unknown = static_cast<NyXmlWriter::LANGUAGE>(2);
-    std::ostringstream stream;
-    NyXmlWriter early("", stream);
-
-    NyXmlWriter::setDefaultLanguageSelection(NyXmlWriter::LANGUAGE_QCML);
-    NyXmlWriter::setDefaultLanguageSelection(unknown);
-    NyXmlWriter::setDefaultForWriteDefaultDataFlag(false);
-    NyXmlWriter late("m.xml", stream);
-    NyXmlWriter::setDefaultLanguageSelection(NyXmlWriter::LANGUAGE_XML);
-    NyXmlWriter::setDefaultIndent(" ");
-    NyXmlWriter::setDefaultForWriteDefaultDataFlag(true);
-    EXPECT_EQ(settings(late), qcml + "changed");
-    EXPECT_EQ(settings(early), untouched);
-
-    early.setLanguageSelection(NyXmlWriter::LANGUAGE_QCML);
-    early.setLanguageSelection(unknown);
-    EXPECT_EQ(settings(early), qcml + "all");
-    early.setLanguageSelection(NyXmlWriter::LANGUAGE_XML);
-    EXPECT_EQ(settings(early), ' ' + untouched);
-
-    late.writeStartTag("u#r"); // the two schema settings take no part
-    EXPECT_EQ(stream.str(), head + '\n' + sheet + "\n<r " + instance + "\n  xsi:schemaLocation=\"u\n  m.u.xsd\" xmlns=\"u\"");
+    return w.indent() + '|' + w.header() + '|' + w.styleSheet() + '|' + w.schemaInstance() + '|' + w.schemaLocation() + '|' +
+           (w.writeDefaultDataFlag() ? "all" : "changed");
 }
 
-TEST(Writer, CopyGoesOnWhereTheSourceStands)
+std::string defaults()
 {
+    return NyXmlWriter::defaultIndent() + '|' + NyXmlWriter::defaultHeader() + '|' + NyXmlWriter::defaultStyleSheet() + '|' +
+           NyXmlWriter::defaultSchemaInstance() + '|' + NyXmlWriter::defaultSchemaLocation() + '|' +
+           (NyXmlWriter().writeDefaultDataFlag() ? "all" : "changed");
+}
+
+TEST(Writer, EachDefaultReachesLaterWritersAlone)
+{
+    using W = NyXmlWriter;
+    auto const unknown = static_cast<W::LANGUAGE>(2);
+    std::string const untouched = " |" + declaration + "||||all", qcml = "  |" + declaration + '|' + qcmlSheet + '|' + instance +
+                                                                         "|http://nyxml.org/partnerlab/XML/QCML.xsd|";
+    struct {
+        void (*set)();
+        std::string settings;
+    } const rows[] = {
+        { [] {}, untouched },
+        { [] { W::setDefaultLanguageSelection(W::LANGUAGE_QCML); }, qcml + "all" },
+        { [] { W::setDefaultLanguageSelection(static_cast<W::LANGUAGE>(2)); }, qcml + "all" },
+        { [] { W::setDefaultForWriteDefaultDataFlag(false); }, qcml + "changed" },
+        { [] { W::setDefaultLanguageSelection(W::LANGUAGE_XML); }, "  |" + declaration + "||||changed" },
+        { [] { W::setDefaultHeader("H"); }, "  |H||||changed" },
+        { [] { W::setDefaultStyleSheet("S"); }, "  |H|S|||changed" },
+        { [] { W::setDefaultSchemaInstance("I"); }, "  |H|S|I||changed" },
+        { [] { W::setDefaultSchemaLocation("L"); }, "  |H|S|I|L|changed" },
+        { [] { W::setDefaultIndent("\t"); }, "\t|H|S|I|L|changed" },
+        { [] { // as it was
+             W::setDefaultLanguageSelection(W::LANGUAGE_XML);
+             W::setDefaultIndent(" ");
+             W::setDefaultForWriteDefaultDataFlag(true);
+         },
+          untouched },
+    };
+    std::ostringstream stream;
+    NyXmlWriter early("", stream);
+    for (auto const& row : rows) {
+        row.set();
+        EXPECT_EQ(settingsOf(NyXmlWriter("", stream)), row.settings);
+        EXPECT_EQ(defaults(), row.settings);
+        EXPECT_EQ(settingsOf(early), untouched);
+    }
+    early.setLanguageSelection(W::LANGUAGE_QCML);
+    early.setLanguageSelection(unknown);
+    EXPECT_EQ(settingsOf(early), qcml + "all");
+    early.writeStartTag("u#r"); // the two schema settings take no part
+    EXPECT_EQ(stream.str(),
+              declaration + '\n' + qcmlSheet + "\n<r " + instance + "\n  xsi:schemaLocation=\"u\n  .u.xsd\" xmlns=\"u\"");
+    early.setLanguageSelection(W::LANGUAGE_XML);
+    EXPECT_EQ(settingsOf(early), ' ' + untouched);
+}
+
+/// Says which setter was called.
+class SettingsWatcher : public NyXmlWriter {
+public:
+    void setIndent(std::string const& text) override { calls += "indent " + text + '\n'; }
+    void setHeader(std::string const& text) override { calls += "header " + text + '\n'; }
+    void setStyleSheet(std::string const& text) override { calls += "sheet " + text + '\n'; }
+    void setSchemaInstance(std::string const& text) override { calls += "instance " + text + '\n'; }
+    void setSchemaLocation(std::string const& text) override { calls += "location " + text + '\n'; }
+
+    std::string calls;
+};
+
+TEST(Writer, LanguageGoesThroughTheSettersInOrder)
+{
+    SettingsWatcher watcher;
+    watcher.setLanguageSelection(NyXmlWriter::LANGUAGE_QCML);
+    EXPECT_EQ(watcher.calls, "indent   \nheader " + declaration + "\nsheet " + qcmlSheet + "\ninstance " + instance +
+                                 "\nlocation http://nyxml.org/partnerlab/XML/QCML.xsd\n");
+}
+
+// Each field is set, and what the writer does next tells whether it came along.
+TEST(Writer, CopiesAndAssignmentsTakeTheDocumentAndLeaveTheSender)
+{
+    struct {
+        char const *before, *after;
+        std::string bytes; // of what comes after
+    } const rows[] = {
+        { "<x/v#r +a #0.1", "#0.1 /", ">0.10000000000000000555 0.1</a>\n" },         // mode, stack, data; a copy has fewer digits
+        { "<x/v#r +a :2 =1", "=2 =3 /", ">1 2\n    3</a>\n" },                       // columns and their count
+        { "<x/v#r / <u#s", "<x/v#t /", ">\n<t xmlns=\"x/v\" xsi:nil=\"true\"/>\n" }, // the first namespace of all
+        { "<x/v#r @b", "=1 / =2", "\"1\"/>\n" },
+    };
+    for (auto const& row : rows) {
+        SCOPED_TRACE(row.before);
+        Messages messages;
+        std::ostringstream stream, other;
+        NyXmlWriter writer("d.xml", stream), assigned("e.xml", other);
+        writer.setIndent("");
+        play(writer, row.before);
+        std::string const head = stream.str();
+        NyXmlWriter copy(writer);
+        play(copy, row.after);
+        EXPECT_EQ(stream.str(), head + row.bytes);
+        std::string const said = messages.take();
+        assigned = writer; // keeps its stream and its digits, and takes the name
+        play(assigned, row.after);
+        std::string fine = row.bytes;
+        if (std::size_t const at = fine.find(" 0.1<"); at != fine.npos)
+            fine.replace(at, 5, " 0.10000000000000000555<");
+        EXPECT_EQ(other.str(), fine);
+        EXPECT_EQ(messages.take(), said);
+    }
     std::ostringstream stream, other;
     NyXmlWriter writer("d.xml", stream), assigned("e.xml", other);
-    play(writer, "<x/v#r +a #0.1");
-    std::string const head = stream.str();
-    NyXmlWriter copy(writer);
-    play(copy, "#0.1 /");
-    assigned = copy; // keeps its stream and its digits
-    play(assigned, "<x/v#b #0.1 /");
-    EXPECT_EQ(stream.str(), head + ">0.10000000000000000555 0.1</a>\n");
-    EXPECT_EQ(other.str(), " <b>0.10000000000000000555</b>\n");
+    for (auto const set : { &NyXmlWriter::setHeader, &NyXmlWriter::setStyleSheet, &NyXmlWriter::setSchemaInstance,
+                            &NyXmlWriter::setSchemaLocation, &NyXmlWriter::setIndent })
+        (writer.*set)(settingsOf(writer).substr(0, 7));
+    writer.setWriteDefaultDataFlag(false);
+    assigned = writer;
+    EXPECT_EQ(settingsOf(NyXmlWriter(writer)), settingsOf(writer));
+    EXPECT_EQ(settingsOf(assigned), settingsOf(writer));
 }
 
 TEST(Writer, LongDataComesWhole)

@@ -161,13 +161,13 @@ void NyXmlWriter::writeStartTagUsingParentNamespace(NyToken const& token)
 {
     if (m_TagStack.empty())
         writeStartTag(token);
-    else if (isPlain() && !m_WriteSchema && !m_TagStack.ownNamespaceSplits())
+    else if (isPlain() && !m_WriteSchema && !m_TagStack.ownNamespace().empty() && !m_TagStack.ownNamespaceSplits())
         startElement(m_TagStack.ownNamespace(), token.localName());
-    else // somebody looks at the token, or its namespace is split anew when it is made
+    else // somebody looks at the token, it has no namespace, or that is split anew when the token is made
         writeStartTag(NyToken(m_TagStack.ownNamespace() + '#' + token.localName()));
 }
 
-/// \param xmlNamespace  may be that of the enclosing element, where it stands on the stack
+/// \param xmlNamespace  may be that of the enclosing element, where it stands on the stack, unless it is empty
 void NyXmlWriter::startElement(std::string const& xmlNamespace, std::string const& localName)
 {
     // Hot: most elements are in the namespace of the one around them, and need nothing else than their names.
