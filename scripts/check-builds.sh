@@ -27,7 +27,7 @@ outside() {
     shift 3
     cmake -S tests/outside -B "$work/$name.build" -G Ninja -DCMAKE_CXX_COMPILER="$compiler" -DCMAKE_CXX_FLAGS="$flags" \
         -DCMAKE_PREFIX_PATH="$work/$name" "$@" >"$work/log" 2>&1 || return
-    cmake --build "$work/$name.build" && "$work/$name.build/outside"
+    cmake --build "$work/$name.build" && "$work/$name.build/outside" && "$work/$name.build/outsideKit"
 }
 
 installed static g++ -DBUILD_SHARED_LIBS=OFF -DNYXML_HTTP=OFF

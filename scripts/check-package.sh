@@ -13,6 +13,7 @@ cmake -S tests/outside -B "$work/build" -G Ninja -DCMAKE_PREFIX_PATH="$work/inst
 }
 cmake --build "$work/build"
 "$work/build/outside" "$work/build"
+"$work/build/outsideKit"
 if LD_DEBUG=libs "$work/build/outside" "$work/build" 2>&1 | grep libcurl; then
     fail "libcurl is loaded into a program that opens no address"
 fi

@@ -15,6 +15,7 @@ if [ $# -eq 0 ]; then
     cmake -S tests/outside -B "$work/build" -G Ninja -DCMAKE_PREFIX_PATH="$work/root/usr" >"$work/log" || fail "$(cat "$work/log")"
     cmake --build "$work/build" >"$work/log" || fail "$(cat "$work/log")"
     "$work/build/outside" "$work/build"
+    "$work/build/outsideKit"
     exit
 fi
 
@@ -35,6 +36,7 @@ cd /tmp/nyXml
 cmake -S outside -B build -G Ninja
 cmake --build build
 ./build/outside build
+./build/outsideKit
 g++ -std=c++17 outside/main.cpp -o program $(pkg-config --cflags --libs nyXml)
 ./program build
 apt-get -q purge -y '*nyxml*'
