@@ -223,11 +223,13 @@ public:
         element("title", title);
         element("changed", changed);
         element("parent", parent);
+        element("tool", tool); // which World shares, and so has attributes of its own
     }
     NyXmlOptional<Fix> fix;
     NyXmlBasicType<std::string> title;
     NyXmlOptional<NyXmlDateTime> changed;
     NyXmlOwned<Folder> parent;
+    NyXmlOptional<Ball> tool;
 };
 
 class World : public NyXmlModel<World> {
@@ -242,6 +244,7 @@ public:
         element("tool", tool);
         element("otherTool", otherTool);
         element("word", words);
+        registerComponent(NyToken("urn:demo/parts", "foreign"), &foreign);
     }
     NyXmlOptional<NyXmlBoolean> open;
     NyXmlRepeated<Folder> folders;
@@ -249,6 +252,7 @@ public:
     NyXmlManyOf<Shape, Ball, Box> many;
     NyXmlShared<Ball> tool, otherTool;
     NyXmlRepeated<Fix> words;
+    NyXmlOneOf<Shape, Box> foreign;
 };
 
 } // namespace
@@ -267,6 +271,7 @@ TEST(SchemaExact, TakesMembersOfTheModel)
     world.folders[1].changed = NyXmlDateTimeValue(std::chrono::system_clock::time_point());
     world.folders[1].parent.make().parent.make().title = std::string("deep");
     world.one.make<Box>().id = 7;
+    world.foreign.make<Box>().id = 8;
     world.many.append<Ball>().radius = 1e300;
     world.many.append<Box>();
     world.tool.make();
@@ -274,7 +279,7 @@ TEST(SchemaExact, TakesMembersOfTheModel)
     world.words.append(Fix::flat);
     world.words.append(Fix::none);
     std::string const document = documentOf(world, root);
-    EXPECT_EQ(schema.complaint(document), "") << document << schema.text();
+    EXPECT_EQ(schema.complaint(document), "") << document << schema.all();
 
     // Each change makes one text of the document another one.
     auto const changed = [&](std::string const& before, std::string const& after) {
@@ -362,7 +367,65 @@ public:
     }
 };
 
+// Holds an object that it registers nowhere.
+class Holder : public NyXmlBasicType<std::string> {
+public:
+    explicit Holder(NyXmlObject& held) : m_held(held) {}
+    bool isBasicType() const override { return true; } // to be written always
+    bool write(NyXmlWriter& writer) const override
+    {
+        writer.writeStartTagUsingParentNamespace("held");
+        m_held.write(writer);
+        writer.writeEndTag();
+        return true;
+    }
+    bool writeSchema(NyXmlSchema& schema) const override
+    {
+        NyXmlObject::writeSchema(schema);
+        schema.writeStartTagUsingParentNamespace("held", NyXmlSchemaElementType::XML_STARTTAG_SINGLE);
+        m_held.writeSchema(schema);
+        schema.writeEndTag();
+        return true;
+    }
+
+private:
+    NyXmlObject& m_held;
+};
+
+class Item : public NyXmlModel<Item> {
+public:
+    static constexpr auto xmlName = "x/root#item";
+    void registerComponents() override { registerComponent("y/core#number", &number); }
+    NyXmlBasicType<int> number;
+};
+
 } // namespace
+
+// Two of one class under one name: what their objects hold is not the same. And what holds the same is not when it stands where the prefix
+// of its namespace is another's.
+TEST(SchemaExact, OneNameAndClassWithTwoContents)
+{
+    NyXmlBasicType<int> number;
+    Mode slow({ "slow" }), fast({ "fast" });
+    Bag slowBag([&](Bag& bag) { bag.registerComponent("x/root#mode", &slow); });
+    Bag fastBag([&](Bag& bag) { bag.registerComponent("x/root#mode", &fast); });
+    Holder slowHolder(slowBag), fastHolder(fastBag);
+    NyXmlVectorType<Item> items;
+    items.pushBack(Item());
+    Bag inCore([&](Bag& bag) { bag.registerComponent("x/root#items", &items); });
+    Bag root([&](Bag& bag) {
+        bag.registerComponent("x/root#slow", &slowHolder);
+        bag.registerComponent("x/root#fast", &fastHolder);
+        bag.registerComponent("x/core#inCore", &inCore);
+        bag.registerComponent("x/root#items", &items);
+    });
+    ExactSchema const schema(root, "x/root#a");
+    std::string const document = documentOf(root, "x/root#a");
+    EXPECT_EQ(schema.complaint(document), "") << document << schema.all();
+    std::string mixedUp = document;
+    mixedUp.replace(mixedUp.find(">slow<"), 6, ">fast<");
+    EXPECT_TRUE(schema.refuses(mixedUp)) << mixedUp;
+}
 
 // What applications do with a builder by hand is theirs, but it ends, and the schema is one.
 TEST(SchemaExact, ObjectsThatDescribeThemselvesByHand)
