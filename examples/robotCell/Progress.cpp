@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <fstream>
 #include <iostream>
 #include <utility>
 
@@ -52,24 +51,6 @@ void Progress::show(std::string const& status) const
               << "\033[K" // what is left of a longer text
               << std::flush;
     barStandsOnLine = true;
-}
-
-unsigned int countLinks(std::string const& document)
-{
-    std::ifstream stream(document, std::ios::binary);
-    if (!stream)
-        return 0;
-    NyXmlFileReader reader(document, stream);
-    unsigned int count = 0;
-    auto mode = reader.readXml();
-    while (mode != NyXmlFileReader::XML_READER_EOF && mode != NyXmlFileReader::XML_READER_ERROR) {
-        if (mode == NyXmlFileReader::XML_READER_EMPTY_TAG && reader.element() == "NyInclude")
-            ++count;
-        while (reader.remainingNumOfAttributes() != 0)
-            reader.attributeValue(); // what is not taken draws a warning
-        mode = reader.readXml();
-    }
-    return count;
 }
 
 } // namespace robotCell

@@ -2,7 +2,6 @@
 #define ROBOTCELL_PROGRESS_H
 
 #include <nyXml/platform/NyConnectionManager.h>
-#include <nyXml/reader/NyXmlReader.h>
 
 #include <string>
 
@@ -10,7 +9,7 @@ namespace robotCell {
 
 /// Shows how far reading or writing has come, for as long as it lives: a bar on a terminal, plain lines elsewhere.
 ///
-/// It hears of it through the library's two signals and needs neither the reader nor the writer for that. For each link the fraction
+/// It hears of it through the library's two signals and needs neither the reader nor the writer for that. Of each step the fraction
 /// comes first and then a text, which is empty when reading.
 class Progress {
 public:
@@ -31,24 +30,6 @@ private:
     boost::shared_ptr<Ny::ConnectionManagerTypes::Connection> m_theProgress; ///< the signal stops with it
     boost::shared_ptr<Ny::ConnectionManagerTypes::Connection> m_theStatus;
 };
-
-/// A reader that counts the documents it follows. The library itself counts none: only an application knows which links it announces.
-class LinkReader : public NyXmlReader {
-public:
-    using NyXmlReader::NyXmlReader;
-
-protected:
-    bool openFileTest() override
-    {
-        bool const followed = NyXmlReader::openFileTest();
-        if (followed)
-            incrementLinkCount();
-        return followed;
-    }
-};
-
-/// How many links stand in a document: a plain use of the pull parser. 0 for a document that can't be opened.
-unsigned int countLinks(std::string const& document);
 
 } // namespace robotCell
 

@@ -7,30 +7,21 @@
 #include "Progress.h"
 #include "Walks.h"
 
-#include <nyXml/core/NyXmlInfo.h>
 #include <nyXml/platform/NyPrint.h>
 #include <nyXml/writer/NyXmlWriter.h>
-#ifdef ROBOTCELL_WITH_KIT
+#include <nyXmlKit/file/NyXmlFile.h>
 #include <nyXmlKit/schema/NyXmlExactSchema.h>
-#endif
 
 #include <filesystem>
 #include <fstream>
 #include <iostream>
+#include <string>
+#include <vector>
 
 using namespace robotCell;
 namespace fs = std::filesystem;
 
 namespace {
-
-/// What reading a document came to. The object holds what could be read, whatever the rest says.
-struct Outcome {
-    bool read;
-    bool versionFits;
-    unsigned int errorCode;
-
-    bool isFaultless() const { return read && versionFits && errorCode == 0; }
-};
 
 /// Shows what the library reports between our own lines, where it belongs in time.
 void report(int /*printType*/, std::string const& /*location*/, std::string const& text)
@@ -55,12 +46,6 @@ struct Silence {
     ~Silence() { Ny::Print::setHandler(report); }
 };
 
-unsigned int linksOf(fs::path const& document)
-{
-    Silence const silence; // the reading itself will complain
-    return countLinks(document.string());
-}
-
 /// Without what the visitor says of classes that it doesn't enter, as the sequences of numbers.
 void walkInSilence(Cell const& cell, CellWalk& walk)
 {
@@ -68,36 +53,45 @@ void walkInSilence(Cell const& cell, CellWalk& walk)
     walk.walk(cell);
 }
 
-Outcome readCell(Cell& cell, fs::path const& document)
+/// Shows faults as report() shows messages.
+void show(std::vector<NyXmlFault> const& faults)
 {
-    std::ifstream stream(document, std::ios::binary);
-    LinkReader reader(document.string(), stream);
-    reader.setLinkTotal(linksOf(document));
-    Progress const progress("reading");
-
-    auto const mode = reader.readXml(); // to the root's start tag
-    bool const atRoot = mode == NyXmlFileReader::XML_READER_START_TAG || mode == NyXmlFileReader::XML_READER_EMPTY_TAG;
-    bool const versionFits = reader.versionFlag();
-    bool const done = atRoot && cell.read(reader);
-    return { done, versionFits, reader.errorCode() };
+    Progress::endLine();
+    for (NyXmlFault const& fault : faults)
+        std::cout << "  | " << fault.str() << '\n';
 }
 
-bool writeCell(Cell const& cell, fs::path const& document)
+/// Reads as others write XML, and looks at every text and member. A document need not hold what is as it always is.
+NyXmlReadResult readCell(Cell& cell, fs::path const& document)
 {
-    std::ofstream stream(document, std::ios::binary);
-    NyXmlWriter writer(document.string(), stream);
-    writer.setLanguageSelection(NyXmlWriter::LANGUAGE_XML);
-    writer.setLinkTotal(cell.robots.size());
-    writer.writeStartTag(Cell::classToken());
-    writer.setAttributeName(NyXml::NyVersionToken); // the reader checks it
-    writer.data(NyXmlLibraryVersion);
-    cell.write(writer);
-    writer.writeEndTag();
-    return stream.flush().good();
+    NyXmlReadOptions options;
+    options.dialect = NyXmlDialect::STANDARD;
+    options.strictness = NyXmlReadOptions::Strictness::LEFT_OUT_FITS;
+    Progress const progress("reading");
+    NyXmlReadResult result = NyXmlFile::read(document.string(), cell, options);
+    for (std::string const& notice : result.notices)
+        report(Ny::Print::NOTICE, {}, notice + '\n');
+    show(result.faults);
+    return result;
+}
+
+NyXmlWriteResult writeCell(Cell const& cell, fs::path const& document)
+{
+    NyXmlWriteOptions options;
+    options.dialect = NyXmlDialect::STANDARD;
+    options.withVersion = true; // the reader checks it
+    options.prepare = [&](NyXmlWriter& writer) {
+        writer.setLanguageSelection(NyXmlWriter::LANGUAGE_XML);
+        writer.setLinkTotal(cell.robots.size());
+    };
+    NyXmlWriteResult result = NyXmlFile::write(document.string(), cell, options);
+    show(result.faults);
+    return result;
 }
 
 void change(Cell& cell)
 {
+    cell.name = cell.name.value() + R"( <spare> & "new")"; // what a user types comes back as it is
     cell.operators.pushBack(Text("Edsger D."));
     for (auto& robot : cell.robots.vectorContainer()) {
         robot.enabled.setValue(true);
@@ -115,10 +109,10 @@ bool writesAndReadsBack(Cell& cell, fs::path const& document)
     bool written = false;
     {
         Progress const progress("writing");
-        written = writeCell(cell, document);
+        written = bool(writeCell(cell, document));
     }
     Cell again;
-    bool const read = readCell(again, document).isFaultless();
+    bool const read = bool(readCell(again, document));
     bool const equal = written && read && again == cell;
     std::cout << "  read back: " << (equal ? "both are equal\n" : "they differ\n");
     return equal;
@@ -128,7 +122,7 @@ bool run(fs::path const& document, fs::path const& output)
 {
     std::cout << "Reading " << document.filename().string() << ", the documents it links to and the plug-ins it names\n";
     Cell cell;
-    if (!readCell(cell, document).isFaultless())
+    if (!readCell(cell, document))
         return false;
     std::cout << '\n';
     Listing listing(std::cout);
@@ -150,18 +144,16 @@ bool run(fs::path const& document, fs::path const& output)
     bool const wholeEqual = writesAndReadsBack(cell, output / "cell.xml");
 
     cell.createSchema((output / "cell.xml").string(), Cell::classToken());
-#ifdef ROBOTCELL_WITH_KIT
     fs::create_directories(output / "exact"); // the companion library's, under the same name
     NyXmlExactSchema::create(cell, (output / "exact" / "cell.xml").string(), Cell::classToken());
-#endif
     std::cout << "  its schema: " << (output / "cell.robotCell.xsd").string() << "\n\n"
               << std::ifstream(output / "cell.xml", std::ios::binary).rdbuf();
 
     std::cout << "\nReading a faulty document\n";
     Cell damaged;
-    Outcome const outcome = readCell(damaged, document.parent_path() / "faulty.xml");
-    std::cout << "  read " << (outcome.read ? "to its end" : "up to a fault") << ", version "
-              << (outcome.versionFits ? "fits" : "is newer than ours") << ", error code " << outcome.errorCode
+    NyXmlReadResult const result = readCell(damaged, document.parent_path() / "faulty.xml");
+    std::cout << "  " << (result.isWhole ? "whole" : "not whole") << ", " << result.faults.size() << " faults, version "
+              << (result.doesVersionFit ? "fits" : "is newer than ours") << ", error code " << result.errorCode
               << ". What could be read:\n\n";
     walkInSilence(damaged, listing);
     return linkedEqual && wholeEqual;

@@ -44,8 +44,8 @@ struct NYXML_EXPORT NyXmlReadOptions {
     std::optional<NyXmlGuard> guard;
 
     /// Told how many bytes have been read and how many there are, 0 if nobody knows. Runs on the reading thread, once for each block
-    /// read. False cancels. Bytes of included documents are counted too if the reading is strict or guarded. What it throws comes out
-    /// of the read.
+    /// read. False cancels. Included documents count too, from when they are opened, if the reading is strict or guarded. What it
+    /// throws comes out of the read.
     std::function<bool(std::uint64_t bytes, std::uint64_t total)> progress;
 
     /// Whether progress goes to the two signals of SignalReadWriteProgressTraits and SignalReadWriteStatusTraits as well: the part

@@ -255,6 +255,8 @@ bool NyXmlGuarded<Base>::openFileTest()
         std::string const path = this->pathOfLink(href, isRemote);
         if (auto stream = NyXmlGuardState::openLink(path, isRemote))
             this->open(path, *stream.release()); // deleted with the reader's other includes
+        else if (!hasEnded())
+            Ny::Print::write(Ny::Print::FAULT, "NyXmlReader Error: not able to open file: %s\n", path.c_str());
     } else {
         Ny::Print::write(Ny::Print::FAULT, "NyXmlReader Error: XLink syntax not correct.\n\tFile: %s\n\tLine: %d\n",
                          this->filename(), this->lineCountOfFile());

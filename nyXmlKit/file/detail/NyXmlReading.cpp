@@ -86,7 +86,7 @@ void NyXmlReading::readCore(NyXmlObject& object)
     if (m_isStrict || m_theOptions.guard)
         return readGuarded<NyXmlGuardedReader>(object);
     NyXmlReader reader(m_theName, m_theInput); // exactly this class, which is the fastest
-    m_theInput.setListener([this](std::size_t bytes) { return advance(bytes); });
+    m_theInput.setListener([this](std::size_t bytes) { return advance(bytes, 0); });
     readWith(reader, object);
 }
 
@@ -95,7 +95,7 @@ void NyXmlReading::readStandard(NyXmlObject& object)
     if (m_isStrict || m_theOptions.guard)
         return readGuarded<NyXmlGuardedStandardReader>(object);
     NyXmlStandardReader reader(m_theName, m_theInput);
-    m_theInput.setListener([this](std::size_t bytes) { return advance(bytes); });
+    m_theInput.setListener([this](std::size_t bytes) { return advance(bytes, 0); });
     readWith(reader, object);
 }
 
@@ -105,7 +105,7 @@ void NyXmlReading::readGuarded(NyXmlObject& object)
 {
     NyXmlGuard const guard = m_theOptions.guard.value_or(NyXmlGuard());
     auto const readBy = [&](Guarded& reader) {
-        reader.setByteListener([this](std::size_t bytes) { return advance(bytes); });
+        reader.setByteListener([this](std::size_t bytes, std::uint64_t included) { return advance(bytes, included); });
         m_theFaults.setMost(guard.faults, [&reader] { reader.endReading(); });
     };
     if (m_isStrict) {
@@ -249,18 +249,19 @@ void NyXmlReading::worsen(unsigned int code)
 
 void NyXmlReading::stop() { m_theFaults.close(); }
 
-bool NyXmlReading::advance(std::size_t bytes)
+bool NyXmlReading::advance(std::size_t bytes, std::uint64_t included)
 {
     m_theBytes += bytes;
+    std::uint64_t const total = m_theTotal != 0 ? m_theTotal + included : 0;
     try {
         if (m_theOptions.toSignals) {
             auto& signals = Ny::Application::instance().connectionManager();
             double const read = static_cast<double>(m_theBytes);
-            double const part = m_theTotal != 0 ? read / static_cast<double>(m_theTotal) : read;
+            double const part = total != 0 ? read / static_cast<double>(total) : read;
             (*Ny::namedSignal<Ny::SignalReadWriteProgressTraits>(signals))(part);
             (*Ny::namedSignal<Ny::SignalReadWriteStatusTraits>(signals))(std::string());
         }
-        m_theResult.isCancelled = m_theOptions.progress && !m_theOptions.progress(m_theBytes, m_theTotal);
+        m_theResult.isCancelled = m_theOptions.progress && !m_theOptions.progress(m_theBytes, total);
     } catch (...) {
         m_theException = std::current_exception();
         m_theResult.isCancelled = true;

@@ -48,7 +48,7 @@ private:
     void readRest(NyXmlReader& reader);
     void dropAttributes(NyXmlReader& reader);
     void examineEnd();
-    bool advance(std::size_t bytes);
+    bool advance(std::size_t bytes, std::uint64_t included);
     void worsen(unsigned int code);
     void stop();
 

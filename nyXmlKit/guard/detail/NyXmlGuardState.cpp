@@ -123,7 +123,7 @@ std::size_t NyXmlGuardState::take(std::istream& source, char* to, std::size_t co
         watchTag(to, got);
     if (m_theGuard.text != noLimit && m_theBytes - m_theBytesBefore > m_theGuard.text + blocks)
         breakLimit(Limit::TEXT, moreThan(m_theGuard.text, "bytes in a text, a tag or comments in a row"));
-    if (!m_hasEnded && got != 0 && m_theListener && !m_theListener(got))
+    if (!m_hasEnded && got != 0 && m_theListener && !m_theListener(got, m_theBytesOfFiles))
         end();
     return m_hasEnded ? 0 : got;
 }
@@ -210,6 +210,7 @@ std::unique_ptr<std::istream> NyXmlGuardState::openFile(std::string const& path,
     if (!file->error().empty())
         return file;
     document.identity = file->identity();
+    m_theBytesOfFiles += file->size();
     if (m_theGuard.links == NyXmlGuard::Links::BELOW_FOLDER && !isBelowFolder(file->realPath())) {
         breakLimit(Limit::LINKS, '"' + path + "\" is not below \"" + m_theGuard.folder + '"');
         return nullptr;
@@ -232,11 +233,9 @@ std::unique_ptr<std::istream> NyXmlGuardState::openLink(std::string const& path,
 
     std::unique_ptr<std::istream> stream =
         isRemote ? std::make_unique<NyIfHttpStream>(path, 1, m_theGuard.http) : openFile(path, document);
-    if (stream != nullptr && stream->fail()) {
-        Ny::Print::write(Ny::Print::FAULT, "NyXmlReader Error: not able to open file: %s\n", path.c_str());
+    if (stream == nullptr || stream->fail())
         return nullptr;
-    }
-    if (stream != nullptr && m_theGuard.noCycles && isOpen(document))
+    if (m_theGuard.noCycles && isOpen(document))
         breakLimit(Limit::CYCLES, '"' + path + "\" includes itself");
     if (m_hasEnded)
         return nullptr;

@@ -10,6 +10,7 @@
 #include <array>
 #include <chrono>
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <istream>
 #include <memory>
@@ -27,8 +28,9 @@ class NYXML_EXPORT NyXmlGuardState {
 public:
     using Limit = NyXmlGuard::Limit;
 
-    /// Told of the bytes of each read, in whatever document. False ends the reading.
-    using ByteListener = std::function<bool(std::size_t)>;
+    /// Told of the bytes of each read, in whatever document, and how many bytes the files have in all that were included so far. False
+    /// ends the reading.
+    using ByteListener = std::function<bool(std::size_t bytes, std::uint64_t included)>;
 
     NyXmlGuardState(std::string const& name, std::istream& stream, NyXmlGuard const& guard);
     ~NyXmlGuardState();
@@ -64,7 +66,7 @@ public:
     bool watchesItems() const noexcept { return m_theGuard.items != NyXmlGuard::noLimit; }
     void checkClaim(std::string_view size);
 
-    /// Opens what a link leads to, if that is allowed and there. Null if not; it has been reported.
+    /// Opens what a link leads to, if that is allowed and there. Null if not: it has been reported if it is not allowed.
     std::unique_ptr<std::istream> openLink(std::string const& path, bool isRemote);
 
     /// The document opened last is at its end.
@@ -112,7 +114,8 @@ private:
     bool m_hasEnded = false;
     Limit m_theBroken = Limit::NONE;
     std::size_t m_theBytes = 0;
-    std::size_t m_theBytesBefore = 0; ///< the event that is being read
+    std::size_t m_theBytesBefore = 0;    ///< the event that is being read
+    std::uint64_t m_theBytesOfFiles = 0; ///< that were included
     std::size_t m_theDepth = 0;
     std::size_t m_theIncludes = 0;
     bool m_isInTag = false;              ///< where the last read ended
