@@ -166,7 +166,7 @@ void NyXmlStandardParser::addText(std::string_view text)
         m_texts.resize(std::max<std::size_t>(2 * end, blockSize));
     if (text.size() == 1)
         m_texts[m_textSize] = text[0];
-    else
+    else if (!text.empty()) // whose data may be null
         std::memcpy(m_texts.data() + m_textSize, text.data(), text.size());
     m_textSize = end;
 }
