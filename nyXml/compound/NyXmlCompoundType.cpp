@@ -230,7 +230,7 @@ void NyXmlCompoundType::readLeaves(NyXmlReader& reader)
     NyXmlLeafRun run(reader);
     do {
         NyComponent const& component = elements[m_theNext];
-        if (!taker(*NyComponentShape::at(this, component.distance), run, component.token.localName()))
+        if (!taker(*NyComponentShape::at(this, component.distance), run, component.nameInDocuments))
             break;
         ++m_theNext;
     } while (isLeafNext(taker));

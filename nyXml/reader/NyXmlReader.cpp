@@ -20,7 +20,11 @@ namespace {
 
 NyToken const includeToken("NyInclude");
 
-bool isInclude(NyToken const& element) { return element == includeToken; }
+// Hot: asked for each event. The lengths differ as a rule.
+bool isInclude(NyToken const& element)
+{
+    return element.localName().size() == includeToken.localName().size() && element == includeToken;
+}
 
 constexpr int faultType = Ny::Print::FAULT;
 
@@ -62,18 +66,16 @@ std::uint16_t majorNumber(std::string const& version)
 
 } // namespace
 
-NyXmlReader::NyXmlReader()
-    : m_MessageSignal(Ny::namedSignal<Ny::SignalReadWriteStatusTraits>(Ny::Application::instance().connectionManager())),
-      m_ProgressSignal(Ny::namedSignal<Ny::SignalReadWriteProgressTraits>(Ny::Application::instance().connectionManager()))
-{}
+NyXmlReader::NyXmlReader() = default;
 
-NyXmlReader::NyXmlReader(std::string const& name, std::istream& stream) : NyXmlReader() { push(name, stream); }
+NyXmlReader::NyXmlReader(std::string const& name, std::istream& stream) { push(name, stream); }
 
 NyXmlReader::NyXmlReader(NyXmlReader const& other)
     : m_theFileReaders(other.m_theFileReaders),
       m_theCheckVersionFlag(other.m_theCheckVersionFlag),
       m_theVersionFlag(other.m_theVersionFlag),
       m_theFactoryPointer(other.m_theFactoryPointer),
+      m_isSendingSignals(false),
       m_theStreamUsers(other.m_theStreamUsers)
 {
     findTop();
@@ -110,7 +112,8 @@ void NyXmlReader::findTop() { m_theTop = m_theFileReaders.empty() ? nullptr : &m
 
 void NyXmlReader::push(std::string const& name, std::istream& stream)
 {
-    m_theStreamUsers.push_back(std::make_shared<char>());
+    if (!m_theFileReaders.empty())
+        m_theStreamUsers.push_back(std::make_shared<char>());
     m_theFileReaders.emplace_back(name, stream);
     findTop();
 }
@@ -118,10 +121,12 @@ void NyXmlReader::push(std::string const& name, std::istream& stream)
 void NyXmlReader::pop()
 {
     // The bottom stream is the caller's. One of an include is ours, and that of the copies made of us while it was open.
-    if (m_theFileReaders.size() > 1 && m_theStreamUsers.back().use_count() == 1)
-        m_theTop->close();
+    if (m_theFileReaders.size() > 1) {
+        if (m_theStreamUsers.back().use_count() == 1)
+            m_theTop->close();
+        m_theStreamUsers.pop_back();
+    }
     m_theFileReaders.pop_back();
-    m_theStreamUsers.pop_back();
     findTop();
 }
 
@@ -407,8 +412,13 @@ void NyXmlReader::incrementLinkCount()
     ++m_LinkCount;
     double const links = m_LinkCount;
     double const progress = m_LinkTotal != 0 ? links / m_LinkTotal : links;
-    if (m_ProgressSignal != nullptr)
-        (*m_ProgressSignal)(progress);
-    if (m_MessageSignal != nullptr)
-        (*m_MessageSignal)(std::string());
+    if (!m_isSendingSignals)
+        return;
+    if (m_ProgressSignal == nullptr) { // looked for by those who send: most documents have no links, and many are small
+        Ny::ConnectionManager& manager = Ny::Application::instance().connectionManager();
+        m_MessageSignal = Ny::namedSignal<Ny::SignalReadWriteStatusTraits>(manager);
+        m_ProgressSignal = Ny::namedSignal<Ny::SignalReadWriteProgressTraits>(manager);
+    }
+    (*m_ProgressSignal)(progress);
+    (*m_MessageSignal)(std::string());
 }

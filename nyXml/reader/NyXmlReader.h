@@ -9,8 +9,8 @@
 
 #include <boost/shared_ptr.hpp>
 
-#include <deque>
 #include <iosfwd>
+#include <list>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -200,7 +200,7 @@ private:
     bool takeLink(std::string& path, bool& remote);
     void openLink(std::string const& path, bool remote);
 
-    std::deque<NyXmlFileReader> m_theFileReaders;
+    std::list<NyXmlFileReader> m_theFileReaders;
     bool m_theCheckVersionFlag = true;
     bool m_theVersionFlag = true;
     /// Shared with copies of this reader only.
@@ -212,8 +212,9 @@ private:
 
     /// The last of m_theFileReaders, null if there is none: every event and every word passes through it.
     NyXmlFileReader* m_theTop = nullptr;
-    /// One for each file reader. Copies of this reader share it, and the last one to let go closes the stream.
-    std::deque<std::shared_ptr<void>> m_theStreamUsers;
+    bool m_isSendingSignals = true; ///< on signals that are found when the first link is counted
+    /// One for each document but the outermost. Copies of this reader share it, and the last one to let go closes the stream.
+    std::vector<std::shared_ptr<void>> m_theStreamUsers;
 };
 
 #endif

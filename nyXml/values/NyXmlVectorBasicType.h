@@ -162,7 +162,7 @@ public:
         m_item.read(reader);
         m_items.push_back(m_item.value());
     }
-    bool takeItem(NyXmlLeafRun& run, std::string_view name) override
+    bool takeItem(NyXmlLeafRun& run, NyToken const& name) override
     {
         if (m_taker == nullptr || !m_taker(m_item, run, name))
             return false;

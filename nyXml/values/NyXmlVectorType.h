@@ -18,7 +18,6 @@
 
 #include <iosfwd>
 #include <string>
-#include <string_view>
 #include <type_traits>
 #include <utility>
 #include <vector>
@@ -159,7 +158,7 @@ public:
         m_items.back().read(reader);
     }
 
-    bool takeItem(NyXmlLeafRun& run, std::string_view name) override
+    bool takeItem(NyXmlLeafRun& run, NyToken const& name) override
     {
         if (m_taker == nullptr)
             return false;

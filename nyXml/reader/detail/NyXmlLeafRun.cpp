@@ -58,8 +58,9 @@ char const* NyXmlLeafRun::behindTagName(std::string_view name) const noexcept
     return isHere ? open + 1 + name.size() : nullptr;
 }
 
-bool NyXmlLeafRun::takeText(std::string_view name, std::string_view& text)
+bool NyXmlLeafRun::takeText(NyToken const& token, std::string_view& text)
 {
+    std::string_view const name = token.localName();
     char const* const start = behindTagName(name);
     if (start == nullptr || *start != '>')
         return false;
@@ -72,16 +73,16 @@ bool NyXmlLeafRun::takeText(std::string_view name, std::string_view& text)
         return false;
     m_at = close + name.size() + 3;
     m_isAny = m_isText = true;
-    m_name = name;
+    m_name = &token;
     m_attributeCount = 0;
     m_text = text;
     return true;
 }
 
-bool NyXmlLeafRun::takeAttributes(std::string_view name, NyToken const* const* attributes, std::string_view* values,
+bool NyXmlLeafRun::takeAttributes(NyToken const& name, NyToken const* const* attributes, std::string_view* values,
                                   std::size_t count)
 {
-    char const* at = behindTagName(name);
+    char const* at = behindTagName(name.localName());
     if (at == nullptr)
         return false;
     for (std::size_t i = 0; i != count; ++i) { // ` x="1"`
@@ -106,7 +107,7 @@ bool NyXmlLeafRun::takeAttributes(std::string_view name, NyToken const* const* a
     m_at = at + 2;
     m_isAny = true;
     m_isText = false;
-    m_name = name;
+    m_name = &name;
     m_attributeCount = count;
     return true;
 }
@@ -123,7 +124,7 @@ void NyXmlLeafRun::end()
     reader.m_theMode = m_isText ? NyXmlFileReader::XML_READER_CONTENT : NyXmlFileReader::XML_READER_EMPTY_TAG;
     reader.m_theAttributes.clear();
     reader.m_theNumOfAttributes = static_cast<unsigned int>(m_attributeCount);
-    reader.m_theElementStack.push(m_name, true, reader.m_theNames->token(m_name));
+    reader.m_theElementStack.push(m_name->localName(), true, m_name);
     if (m_isText)
         reader.m_theElementStack.pop();
     if (isContentGone) {

@@ -28,13 +28,13 @@ public:
     NyXmlLeafRun(NyXmlLeafRun const&) = delete;
     NyXmlLeafRun& operator=(NyXmlLeafRun const&) = delete;
 
-    /// \param name  as isPlainName() has it
+    /// \param name  as isPlainName() has it, without a namespace; outlives the reader
     /// \param text  not empty, without the white space at its bounds; valid until the reader moves
-    bool takeText(std::string_view name, std::string_view& text);
+    bool takeText(NyToken const& name, std::string_view& text);
 
     /// An empty tag with just these attributes in this order, which is that of their names.
     template <std::size_t N>
-    bool takeAttributes(std::string_view name, std::array<NyToken const*, N> const& attributes, std::string_view (&values)[N])
+    bool takeAttributes(NyToken const& name, std::array<NyToken const*, N> const& attributes, std::string_view (&values)[N])
     {
         return takeAttributes(name, attributes.data(), values, N);
     }
@@ -46,7 +46,7 @@ public:
     static bool isPlainName(std::string_view name) noexcept;
 
 private:
-    bool takeAttributes(std::string_view name, NyToken const* const* attributes, std::string_view* values, std::size_t count);
+    bool takeAttributes(NyToken const& name, NyToken const* const* attributes, std::string_view* values, std::size_t count);
     /// Behind `<name`, null if that does not come next.
     char const* behindTagName(std::string_view name) const noexcept;
 
@@ -57,7 +57,7 @@ private:
     // The last leaf.
     bool m_isAny = false;
     bool m_isText = false; ///< an empty tag if not
-    std::string_view m_name;
+    NyToken const* m_name = nullptr;
     std::size_t m_attributeCount = 0;
     std::string_view m_text; ///< of the last text, empty if there was none
 };

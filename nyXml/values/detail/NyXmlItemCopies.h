@@ -25,7 +25,7 @@ public:
         m_item.read(reader);
         m_items.insert(m_items.end(), m_item);
     }
-    bool takeItem(NyXmlLeafRun& run, std::string_view name) override
+    bool takeItem(NyXmlLeafRun& run, NyToken const& name) override
     {
         if (m_taker == nullptr || !m_taker(m_item, run, name))
             return false;

@@ -38,7 +38,7 @@ unsigned int readLeaves(NyXmlReader& reader, NyXmlItemSink& sink)
 {
     unsigned int count = 0;
     NyXmlLeafRun run(reader);
-    while (sink.takeItem(run, NyXml::NyElementToken.localName()))
+    while (sink.takeItem(run, NyXml::NyElementToken))
         ++count;
     run.end();
     return count;
@@ -79,7 +79,7 @@ void writeItem(NyXmlWriter& writer, NyXmlItemSource& items, bool isOurs)
 
 } // namespace
 
-bool NyXmlItemSink::takeItem(NyXmlLeafRun&, std::string_view) { return false; }
+bool NyXmlItemSink::takeItem(NyXmlLeafRun&, NyToken const&) { return false; }
 
 NyXmlFileReader::XML_READER_MODE NyXmlItemSink::beginRun(NyXmlReader& reader) { return reader.readXml(); }
 

@@ -8,6 +8,8 @@
 #include <array>
 #include <cstddef>
 #include <functional>
+#include <string>
+#include <string_view>
 #include <typeinfo>
 
 namespace {
@@ -16,7 +18,7 @@ using NyXmlLeaf::Taker;
 
 // By their full names, since the class is known: no call goes through a slot.
 template <class T>
-bool takeText(NyXmlObject& object, NyXmlLeafRun& run, std::string_view name)
+bool takeText(NyXmlObject& object, NyXmlLeafRun& run, NyToken const& name)
 {
     std::string_view text;
     if (!run.takeText(name, text))
@@ -28,7 +30,7 @@ bool takeText(NyXmlObject& object, NyXmlLeafRun& run, std::string_view name)
     return true;
 }
 
-bool takeVector(NyXmlObject& object, NyXmlLeafRun& run, std::string_view name)
+bool takeVector(NyXmlObject& object, NyXmlLeafRun& run, NyToken const& name)
 {
     std::string_view texts[3];
     if (!run.takeAttributes(name, NyXmlGeometry::coordinateNames, texts))
