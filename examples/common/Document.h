@@ -35,13 +35,13 @@ inline bool readDocument(std::string const& path, NyXmlObject& root)
     return result;
 }
 
-/// Writes it, without what is a default. False if the file could not be written.
+/// Writes it. False if the file could not be written.
 inline bool writeDocument(std::string const& path, NyXmlObject const& root)
 {
     std::ofstream stream(path, std::ios::binary);
     NyXmlStandardWriter writer(path, stream);
     writer.setHeader("<?xml version=\"1.0\" encoding=\"UTF-8\"?>");
-    writer.setWriteDefaultDataFlag(false);
+    writer.setWriteDefaultDataFlag(true); // what may be absent says so itself; <axis xyz="0 0 0"/> is not <axis/> to others
     writer.setNoSchemaLocation(true);
     writer.setNoNil(true);
     writer.setNoNamespaceComplaints(true);
