@@ -1,5 +1,5 @@
-// The companion library's reader and writer of XML 1.0, with the library's own objects. Expat filling plain structs by hand is the mark to
-// look at: the reader may take half as long again.
+// The companion library's reader and writer of XML 1.0, with the library's own objects. The contender to look at is Expat filling plain
+// structs by hand: the aim is half as long again.
 
 #include "Model.h"
 #include "Runs.h"
