@@ -48,7 +48,7 @@ void compare(char const* name, std::vector<std::string> const& paths, int rounds
     guarded.guard = NyXmlGuard::forStrangers();
     guarded.guard->bytes = guarded.guard->items = guarded.guard->text = std::size_t(1) << 30;
     NyXmlReadOptions strict = plain;
-    strict.strictness = NyXmlReadOptions::Strictness::ALL;
+    strict.strictness = NyXmlReadOptions::Strictness::LEFT_OUT_FITS; // the small files leave out what they can
     auto const byFile = [](NyXmlReadOptions const& options) {
         return [&options](std::string const& path, Object& object) {
             if (auto const result = NyXmlFile::read(path, object, options); !result) {

@@ -231,7 +231,7 @@ void NyXmlStrictChecker::attribute(std::string const& name, std::string const& v
     Member const* const member = NyXmlShape::find(shape.attributes, name, frame.nextAttribute);
     if (member != nullptr) {
         ++m_theSeen[frame.seen + static_cast<std::size_t>(member - shape.attributes.data())];
-        checkText(m_theShapes.of(*member), value, "attribute " + quoted(name));
+        checkText(m_theShapes.of(*member), value, name);
     } else if (shape.kind != Kind::MEMBERS || !shape.aliases.empty()) { // those complain themselves
         unusedAttribute(name);
     }
@@ -245,10 +245,13 @@ void NyXmlStrictChecker::unusedAttribute(std::string const& name)
 
 // Texts
 
-void NyXmlStrictChecker::checkText(NyXmlShape const& shape, std::string_view text, std::string const& what)
+// Hot: once for each text. Words are made for those alone that do not fit.
+void NyXmlStrictChecker::checkText(NyXmlShape const& shape, std::string_view text, std::string_view attribute)
 {
-    if (shape.kind == Kind::TEXT && !shape.text.fits(text))
-        add(Fault::BAD_TEXT, (what.empty() ? what : what + ": ") + quoted(text) + " is not " + shape.text.wanted());
+    if (shape.kind != Kind::TEXT || shape.text.fits(text))
+        return;
+    std::string const where = attribute.empty() ? std::string() : "attribute " + quoted(attribute) + ": ";
+    add(Fault::BAD_TEXT, where + quoted(text) + " is not " + shape.text.wanted());
 }
 
 void NyXmlStrictChecker::text(std::string_view text)
@@ -259,13 +262,13 @@ void NyXmlStrictChecker::text(std::string_view text)
     Frame& frame = top();
     frame.hasText = true;
     switch (frame.shape->kind) {
-    case Kind::TEXT: checkText(*frame.shape, text, std::string()); break;
+    case Kind::TEXT: checkText(*frame.shape, text); break;
     case Kind::RUN: {
         Frame& sequence = m_theFrames[m_theDepth - 2];
         NyXmlShape const& item = *sequence.shape->item;
         for (std::string_view rest = text, word = nextWord(rest); !word.empty(); word = nextWord(rest)) {
             ++sequence.items;
-            checkText(item, word, std::string());
+            checkText(item, word);
         }
         break;
     }
@@ -326,7 +329,7 @@ void NyXmlStrictChecker::end(bool isEmptyTag)
     switch (frame.shape->kind) {
     case Kind::TEXT:
         if (!frame.hasText && !(frame.isKey && isEmptyTag)) // an empty key is refused by the map
-            checkText(*frame.shape, std::string_view(), std::string());
+            checkText(*frame.shape, std::string_view());
         break;
     case Kind::MEMBERS:
     case Kind::TUPLE: checkMembers(frame); break;

@@ -78,7 +78,7 @@ private:
     NyXmlShape* enterMember(Frame& parent, std::string const& name);
     void choose();
     void takeClaim(Frame& frame, std::string const& value);
-    void checkText(NyXmlShape const& shape, std::string_view text, std::string const& what);
+    void checkText(NyXmlShape const& shape, std::string_view text, std::string_view attribute = {});
     void checkMembers(Frame const& frame);
     void checkMissing(Frame const& frame, std::vector<NyXmlShapeMember> const& members, std::size_t seen, char const* what);
     void learnLibraries();
