@@ -36,9 +36,9 @@ private:
 };
 
 /// The first bytes of an input as choices, the rest as a document.
-class Choices {
+class Input {
 public:
-    Choices(std::uint8_t const* data, std::size_t size) : m_seed(2166136261u)
+    Input(std::uint8_t const* data, std::size_t size) : m_seed(2166136261u)
     {
         std::size_t const head = size < 4 ? size : 4;
         for (std::size_t i = 0; i < head; ++i)

@@ -10,7 +10,7 @@
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size)
 {
-    Choices choices(data, size);
+    Input choices(data, size);
     NyXmlReadOptions options;
     options.dialect = choices.below(2) == 0 ? NyXmlDialect::CORE : NyXmlDialect::STANDARD;
     options.strictness = static_cast<NyXmlReadOptions::Strictness>(choices.below(3));

@@ -66,7 +66,7 @@ private:
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size)
 {
-    Choices choices(data, size);
+    Input choices(data, size);
     std::string document = choices.document();
     char name = 'a';
     for (std::size_t cut; name < 'e' && (cut = document.rfind('\f')) != std::string::npos; ++name) {

@@ -83,7 +83,7 @@ std::string written(Everything const& object, bool defaults)
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size)
 {
-    Choices choices(data, size);
+    Input choices(data, size);
     if (choices.document().find('\0') != std::string::npos)
         return 0; // takes the values behind the document with it; zero bytes are the parser's matter
     bool const defaults = choices.below(2) == 0;

@@ -61,7 +61,7 @@ std::string ask(NyXmlFileReader& reader, unsigned int question)
 }
 
 template <class Reader>
-std::string transcript(Choices choices)
+std::string transcript(Input choices)
 {
     std::string seen;
     Said said;
@@ -99,7 +99,7 @@ std::string transcript(Choices choices)
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size)
 {
-    Choices const choices(data, size);
+    Input const choices(data, size);
     std::string const inPlace = transcript<NyXmlFileReader>(choices);
     std::string const plain = transcript<PlainReader>(choices);
     if (inPlace != plain)

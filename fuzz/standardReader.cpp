@@ -122,7 +122,7 @@ void ask(NyXmlReader& reader, unsigned int question)
     }
 }
 
-void callAll(Choices choices)
+void callAll(Input choices)
 {
     Said said;
     std::istringstream stream(choices.document());
@@ -141,7 +141,7 @@ void callAll(Choices choices)
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size)
 {
-    Choices const choices(data, size);
+    Input const choices(data, size);
     compare(choices.document());
     callAll(choices);
     return 0;
