@@ -125,7 +125,8 @@ TEST(PlatformHttpStream, EveryAnswerEndsInTextOrInAFailure)
         { "/length", { ok + "Content-Length: 100\r\n\r\n", "<a><b/>" }, "<a><b/> bad" },
         { "/stall", { ok + "\r\n", "<a>", "" }, "<a> bad" },
     };
-    Answers answers{ { "/trickle", std::vector<std::string>(1000, ok + "\r\n") } };
+    Answers answers{ { "/trickle", std::vector<std::string>(1000, ok + "\r\n") },
+                     { "/slow", std::vector<std::string>(250, ok + "\r\n" + std::string(100, 's')) } };
     for (Row const& row : rows)
         answers[row.path] = row.answer;
     Server const server(answers);
@@ -137,6 +138,8 @@ TEST(PlatformHttpStream, EveryAnswerEndsInTextOrInAFailure)
     for (std::string const& address : { Server({}).address(), std::string("http://no-such-host.invalid/"),
                                         std::string("file:///etc/hostname"), std::string("http://"), std::string() })
         EXPECT_EQ(fetched(address, limits), "failed") << address;
+    EXPECT_GT(fetched(server.address() + "/slow", limits).size(), 25000u)
+        << "slower than a stall as a whole, but never as long still";
     limits.leastBytes = 1000000;
     EXPECT_NE(fetched(server.address() + "/trickle", limits).find(" bad"), std::string::npos) << "it sends some, but not enough";
     EXPECT_LT(Clock::now() - start, 10s);
