@@ -48,6 +48,18 @@ public:
 
 } // namespace
 
+// Each null until first needed. The maps are the compound's; the objects in them lie in the derived object.
+struct NyXmlCompoundType::Maps : NyRegistered {
+    Maps() noexcept : NyRegistered(false) {}
+
+    std::unique_ptr<ComponentMap> m_ComponentMap;
+    std::unique_ptr<ComponentMap> m_AttributeComponentMap;
+    std::unique_ptr<SpecialDescriptorMap> m_SpecialDescriptorMap;
+
+    std::unique_ptr<ComponentMap>& of(NyComponentKind kind);
+    void insert(NyComponentKind kind, bool readOnly, NyToken const& token, NyXmlObject* object);
+};
+
 // The operations that a class may override so that a shape cannot stand for its objects, or not everywhere.
 struct NyXmlCompoundType::Operations {
     static NyComponentShape::Class classOf(NyXmlCompoundType const& object) noexcept
@@ -80,7 +92,7 @@ struct NyXmlCompoundType::Operations {
 };
 
 #ifdef __LP64__
-static_assert(sizeof(NyXmlCompoundType) == 32, "there are hundreds of thousands of compounds");
+static_assert(sizeof(NyXmlCompoundType) == 24, "there are hundreds of thousands of compounds");
 #endif
 
 NyXmlCompoundType::NyXmlCompoundType() = default;
@@ -99,7 +111,7 @@ bool NyXmlCompoundType::operator==(NyXmlCompoundType const& other) const
 {
     if (!xmlInitialized() || !other.xmlInitialized())
         return true;
-    if (m_theShape != nullptr && m_theShape == other.m_theShape && !m_isRegistering && !other.m_isRegistering)
+    if (shape() != nullptr && shape() == other.shape() && !m_isRegistering && !other.m_isRegistering)
         return true;
     Maps const& mine = maps();
     Maps const& others = other.maps();
@@ -120,14 +132,13 @@ bool NyXmlCompoundType::xmlInit()
     leaveShape();
     bool const wasInitialized = xmlInitialized();
     NyXmlObject::xmlInit();
-    bool const isFirst = !m_theMaps;
+    bool const isFirst = !m_theRegistered;
     try {
         registerAll();
     } catch (...) { // half registered is not initialised: the next use begins anew
         m_isRegistering = false;
-        m_theShape = nullptr;
         if (isFirst)
-            m_theMaps.reset();
+            m_theRegistered.reset();
         setXmlInitialized(wasInitialized);
         throw;
     }
@@ -136,7 +147,7 @@ bool NyXmlCompoundType::xmlInit()
 
 void NyXmlCompoundType::registerAll()
 {
-    if (m_theMaps) // not the first time: enter into what is there
+    if (m_theRegistered) // not the first time: enter into what is there
         registerComponents();
     else if (NyComponentShape const* const shape = NyComponentShape::find(Operations::classOf(*this)))
         registerAlong(*shape);
@@ -148,11 +159,11 @@ void NyXmlCompoundType::registerAll()
 void NyXmlCompoundType::registerAlong(NyComponentShape const& shape)
 {
     if (!shape.registrations().empty())
-        m_theShape = &shape;
+        m_theRegistered.reset(&shape);
     m_theFollowed = 0;
     m_isRegistering = true;
     registerComponents();
-    if (m_theShape != nullptr && m_theFollowed < m_theShape->registrations().size())
+    if (NyComponentShape const* const followed = this->shape(); followed && m_theFollowed < followed->registrations().size())
         leaveShape();
     m_isRegistering = false;
 }
@@ -391,19 +402,19 @@ NyXmlCompoundType::SpecialDescriptorMap* NyXmlCompoundType::newSpecialDescriptor
 void NyXmlCompoundType::createComponentMap() const
 {
     if (!maps().m_ComponentMap)
-        m_theMaps->m_ComponentMap.reset(newComponentMap());
+        ownMaps()->m_ComponentMap.reset(newComponentMap());
 }
 
 void NyXmlCompoundType::createAttributeComponentMap()
 {
     if (!maps().m_AttributeComponentMap)
-        m_theMaps->m_AttributeComponentMap.reset(newComponentMap());
+        ownMaps()->m_AttributeComponentMap.reset(newComponentMap());
 }
 
 void NyXmlCompoundType::createSpecialDescriptorMap()
 {
     if (!maps().m_SpecialDescriptorMap)
-        m_theMaps->m_SpecialDescriptorMap.reset(newSpecialDescriptorMap());
+        ownMaps()->m_SpecialDescriptorMap.reset(newSpecialDescriptorMap());
 }
 
 bool NyXmlCompoundType::isReadOnlyComponent(NyToken token) const { return isReadOnly(NyComponentKind::ELEMENT, token); }
@@ -412,7 +423,7 @@ bool NyXmlCompoundType::isReadOnlyAttribute(NyToken token) const { return isRead
 
 void NyXmlCompoundType::enter(NyComponentKind kind, bool readOnly, NyToken const& token, NyXmlObject* object)
 {
-    if (m_theShape != nullptr && isNextOfShape(kind, readOnly, token, object)) {
+    if (shape() != nullptr && isNextOfShape(kind, readOnly, token, object)) {
         ++m_theFollowed;
         return;
     }
@@ -423,13 +434,13 @@ void NyXmlCompoundType::enter(NyComponentKind kind, bool readOnly, NyToken const
         createAttributeComponentMap();
     if (readOnly && !existingMaps.m_SpecialDescriptorMap)
         createSpecialDescriptorMap();
-    m_theMaps->insert(kind, readOnly, token, object);
+    ownMaps()->insert(kind, readOnly, token, object);
     NyComponentRecorder::note(*this, kind, readOnly, token, object);
 }
 
 bool NyXmlCompoundType::isNextOfShape(NyComponentKind kind, bool readOnly, NyToken const& token, NyXmlObject* object) const
 {
-    auto const& registrations = m_theShape->registrations();
+    auto const& registrations = shape()->registrations();
     if (m_theFollowed == registrations.size())
         return false;
     NyComponentShape::Registration const& next = registrations[m_theFollowed];
@@ -464,12 +475,12 @@ void NyXmlCompoundType::Maps::insert(NyComponentKind kind, bool readOnly, NyToke
 // Our base class has initialised us: what it registered stands, but whether a shape may stand for it is our own class's to say.
 void NyXmlCompoundType::goByOwnClass() const
 {
-    auto const& made = m_theShape->registrations();
-    NyComponentShape const* shape = NyComponentShape::find(Operations::classOf(*this));
-    if (shape == nullptr)
-        shape = &Operations::publish(*this, made);
-    if (shape->registrations() == made)
-        m_theShape = shape;
+    auto const& made = shape()->registrations();
+    NyComponentShape const* own = NyComponentShape::find(Operations::classOf(*this));
+    if (own == nullptr)
+        own = &Operations::publish(*this, made);
+    if (own->registrations() == made)
+        m_theRegistered.reset(own);
     else
         leaveShape();
 }
@@ -477,58 +488,84 @@ void NyXmlCompoundType::goByOwnClass() const
 // From here on our maps tell what we registered.
 void NyXmlCompoundType::leaveShape() const
 {
-    if (m_theShape == nullptr)
+    NyComponentShape const* const left = shape();
+    if (left == nullptr)
         return;
     auto maps = std::make_unique<Maps>();
     for (std::size_t i = 0; i < m_theFollowed; ++i) {
-        NyComponentShape::Registration const& made = m_theShape->registrations()[i];
+        NyComponentShape::Registration const& made = left->registrations()[i];
         maps->insert(made.kind, made.readOnly, made.token, NyComponentShape::at(this, made.distance));
     }
-    m_theMaps = std::move(maps);
-    m_theShape = nullptr;
+    m_theRegistered.reset(maps.release());
     m_isRegistering = false;
+}
+
+void NyXmlCompoundType::Release::operator()(NyRegistered const* registered) const noexcept
+{
+    if (!registered->isShape)
+        delete static_cast<Maps const*>(registered);
+}
+
+NyComponentShape const* NyXmlCompoundType::shape() const noexcept
+{
+    NyRegistered const* const registered = m_theRegistered.get();
+    return registered != nullptr && registered->isShape ? static_cast<NyComponentShape const*>(registered) : nullptr;
+}
+
+NyXmlCompoundType::Maps* NyXmlCompoundType::ownMaps() const noexcept
+{
+    NyRegistered const* const registered = m_theRegistered.get();
+    if (registered == nullptr || registered->isShape)
+        return nullptr;
+    return const_cast<Maps*>(static_cast<Maps const*>(registered)); // made by us, and not const
 }
 
 // Our maps, instead of a shape; each may be null.
 NyXmlCompoundType::Maps& NyXmlCompoundType::maps() const
 {
     leaveShape();
-    return existing(m_theMaps);
+    if (!m_theRegistered)
+        m_theRegistered.reset(new Maps);
+    return *ownMaps();
 }
 
 // The map of this kind, or null.
 NyXmlCompoundType::ComponentMap const* NyXmlCompoundType::mapOf(NyComponentKind kind) const
 {
-    return m_theMaps ? m_theMaps->of(kind).get() : nullptr;
+    Maps* const own = ownMaps();
+    return own != nullptr ? own->of(kind).get() : nullptr;
 }
 
 bool NyXmlCompoundType::hasComponents(NyComponentKind kind) const
 {
     if (m_isRegistering)
         leaveShape();
-    if (m_theShape != nullptr)
-        return !m_theShape->components(kind).empty();
+    if (NyComponentShape const* const ours = shape())
+        return !ours->components(kind).empty();
     ComponentMap const* const map = mapOf(kind);
     return map != nullptr && !map->empty();
 }
 
 bool NyXmlCompoundType::hasMarks() const
 {
-    return m_theShape != nullptr ? !m_theShape->marks().empty() : m_theMaps && m_theMaps->m_SpecialDescriptorMap;
+    if (NyComponentShape const* const ours = shape())
+        return !ours->marks().empty();
+    return ownMaps() != nullptr && ownMaps()->m_SpecialDescriptorMap;
 }
 
 bool NyXmlCompoundType::isReadOnly(NyComponentKind kind, NyToken const& token) const
 {
     if (m_isRegistering)
         leaveShape();
-    if (m_theShape != nullptr) {
-        NyComponentShape::Mark const* const mark = NyComponentShape::find(m_theShape->marks(), token);
+    if (NyComponentShape const* const ours = shape()) {
+        NyComponentShape::Mark const* const mark = NyComponentShape::find(ours->marks(), token);
         return mark != nullptr && mark->kind == kind;
     }
     if (!hasMarks())
         return false;
-    auto const mark = m_theMaps->m_SpecialDescriptorMap->find(token);
-    return mark != m_theMaps->m_SpecialDescriptorMap->end() && mark->second == static_cast<unsigned int>(kind);
+    SpecialDescriptorMap const& marks = *ownMaps()->m_SpecialDescriptorMap;
+    auto const mark = marks.find(token);
+    return mark != marks.end() && mark->second == static_cast<unsigned int>(kind);
 }
 
 template <class Action>
@@ -536,8 +573,8 @@ void NyXmlCompoundType::forEach(NyComponentKind kind, Action action) const
 {
     if (m_isRegistering)
         leaveShape();
-    if (m_theShape != nullptr) {
-        for (NyComponent const& component : m_theShape->components(kind))
+    if (NyComponentShape const* const ours = shape()) {
+        for (NyComponent const& component : ours->components(kind))
             action(component.token, *NyComponentShape::at(this, component.distance));
         return;
     }
@@ -560,9 +597,10 @@ NyXmlObject* NyXmlCompoundType::find(NyComponentKind kind, NyToken const& token)
 // behind the last hit is tried first: 7 ns against 33 for a search. Null if there is no such component or no shape.
 NyComponent const* NyXmlCompoundType::nextOfShape(NyComponentKind kind, NyToken const& token)
 {
-    if (ownShape() == nullptr)
+    NyComponentShape const* const ours = ownShape();
+    if (ours == nullptr)
         return nullptr;
-    auto const& components = m_theShape->components(kind);
+    auto const& components = ours->components(kind);
     std::size_t const next = m_theNext; // of the other kind perhaps: a guess and nothing more
     if (next > 0 && next <= components.size() && &components[next - 1].nameInDocuments == &token)
         return &components[next - 1]; // a lastingName()
@@ -578,9 +616,11 @@ NyComponentShape const* NyXmlCompoundType::ownShape()
 {
     if (m_isRegistering)
         leaveShape();
-    if (m_theShape != nullptr && !m_theShape->isOf(typeid(*this)))
-        goByOwnClass();
-    return m_theShape;
+    NyComponentShape const* const ours = shape();
+    if (ours == nullptr || ours->isOf(typeid(*this)))
+        return ours;
+    goByOwnClass();
+    return shape();
 }
 
 // A name that outlives the reader's next call, as a hook may expect of its argument: the shape's own where there is one, or a

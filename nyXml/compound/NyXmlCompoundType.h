@@ -12,6 +12,7 @@
 
 class NyComponentShape;
 struct NyComponent;
+struct NyRegistered;
 enum class NyComponentKind : std::uint8_t;
 
 /// An object made of components: child elements and attributes, each a member that reads and writes itself.
@@ -169,16 +170,7 @@ public:
     bool operator==(NyXmlCompoundType const& other) const;
 
 private:
-    /// Each null until first needed. We own the maps; the objects in them lie in the derived object.
-    struct Maps {
-        std::unique_ptr<ComponentMap> m_ComponentMap;
-        std::unique_ptr<ComponentMap> m_AttributeComponentMap;
-        std::unique_ptr<SpecialDescriptorMap> m_SpecialDescriptorMap;
-
-        std::unique_ptr<ComponentMap>& of(NyComponentKind kind);
-        void insert(NyComponentKind kind, bool readOnly, NyToken const& token, NyXmlObject* object);
-    };
-
+    struct Maps;
     struct Operations;
 
     void registerAll();
@@ -189,6 +181,8 @@ private:
     void goByOwnClass() const;
     void leaveShape() const;
 
+    NyComponentShape const* shape() const noexcept;
+    Maps* ownMaps() const noexcept;
     Maps& maps() const;
     ComponentMap const* mapOf(NyComponentKind kind) const;
     bool hasComponents(NyComponentKind kind) const;
@@ -202,19 +196,21 @@ private:
     NyComponent const* nextOfShape(NyComponentKind kind, NyToken const& token);
     NyToken const& lastingName(NyComponentKind kind, NyToken const& name, NyToken& copy);
 
-    // The small fields lie behind the base's flags: all of them, and the table's address, take 32 bytes. Mutable: a const write
+    // The small fields lie behind the base's flags: all of them, and the table's address, take 24 bytes. Mutable: a const write
     // initialises.
 
     mutable bool m_isRegistering = false; ///< while our registrations are compared with the shape
     std::uint16_t m_theFollowed = 0;      ///< registrations of the shape that we made, too
     std::uint16_t m_theNext = 0;          ///< component of the shape that the document is expected to hold next
 
-    /// What all objects of our class register, for as long as that is just what we registered and nobody asked for a map. It
-    /// stands for the maps then, and there are none.
-    mutable NyComponentShape const* m_theShape = nullptr;
+    /// Deletes maps, which are ours; shapes are nobody's.
+    struct Release {
+        void operator()(NyRegistered const* registered) const noexcept;
+    };
 
-    /// Null until the first map is needed.
-    mutable std::unique_ptr<Maps> m_theMaps;
+    /// What all objects of our class register, for as long as that is just what we registered and nobody asked for a map; or maps of
+    /// our own, to objects that lie in the derived object. Null until the first registration.
+    mutable std::unique_ptr<NyRegistered const, Release> m_theRegistered;
 };
 
 #endif

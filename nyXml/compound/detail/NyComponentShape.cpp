@@ -51,7 +51,8 @@ void assign(std::vector<Entry>& entries, NyToken const& token, Value Entry::*val
 } // namespace
 
 NyComponentShape::NyComponentShape(Class const& ofClass, bool hasPlainLookup, std::vector<Registration> registrations)
-    : m_class(ofClass),
+    : NyRegistered(true),
+      m_class(ofClass),
       m_hasPlainLookup(hasPlainLookup),
       m_registrations(std::move(registrations))
 {
