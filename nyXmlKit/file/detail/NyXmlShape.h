@@ -103,7 +103,6 @@ private:
     std::map<std::type_index, NyXmlShape*> m_theItems; ///< all items of a class are made alike
     std::map<std::pair<NyXmlShape const*, std::string>, NyXmlShape*> m_theChosen;
     NyXmlFactory m_thePlugIns;
-    NyXmlShape* m_theLibraries = nullptr;
 };
 
 #endif

@@ -7,6 +7,7 @@
 #include <nyXml/values/NyXmlEnumType.h>
 #include <nyXml/writer/NyXmlWriter.h>
 #include <nyXmlKit/model/NyXmlMemberKind.h>
+#include <nyXmlKit/model/detail/NyXmlFromChars.h>
 
 #include <charconv>
 #include <climits>
@@ -63,7 +64,7 @@ bool isWhole(std::string_view text, long long least, unsigned long long most)
 bool isReal(std::string_view text, bool isFloat, double& value)
 {
     char const* const end = text.data() + text.size();
-    auto const result = std::from_chars(text.data(), end, value);
+    auto const result = realFromChars(text.data(), end, value, std::chars_format::general);
     if (result.ec != std::errc() || result.ptr != end) { // a sign in front, hexadecimal, too small or too large
         static locale_t const classic = newlocale(LC_ALL_MASK, "C", nullptr);
         std::string const copy(text);
