@@ -10,15 +10,21 @@ thread_local bool isArmed = false;
 thread_local unsigned int left = 0;
 thread_local long blocks = 0;
 
-void* allocate(std::size_t size)
+void* allocateOrNot(std::size_t size) noexcept
 {
     bool const fails = isArmed && left-- == 0;
     void* const memory = fails ? nullptr : std::malloc(size != 0 ? size : 1);
-    if (memory != nullptr) {
+    if (memory != nullptr)
         ++blocks;
+    else
+        isArmed = false;
+    return memory;
+}
+
+void* allocate(std::size_t size)
+{
+    if (void* const memory = allocateOrNot(size))
         return memory;
-    }
-    isArmed = false;
     throw std::bad_alloc();
 }
 
@@ -45,7 +51,11 @@ long FailingMemory::liveBlocks() { return blocks; }
 // The library's allocations come here, too.
 void* operator new(std::size_t size) { return allocate(size); }
 void* operator new[](std::size_t size) { return allocate(size); }
+void* operator new(std::size_t size, std::nothrow_t const&) noexcept { return allocateOrNot(size); }
+void* operator new[](std::size_t size, std::nothrow_t const&) noexcept { return allocateOrNot(size); }
 void operator delete(void* memory) noexcept { release(memory); }
 void operator delete[](void* memory) noexcept { release(memory); }
+void operator delete(void* memory, std::nothrow_t const&) noexcept { release(memory); }
+void operator delete[](void* memory, std::nothrow_t const&) noexcept { release(memory); }
 void operator delete(void* memory, std::size_t) noexcept { release(memory); }
 void operator delete[](void* memory, std::size_t) noexcept { release(memory); }
