@@ -1,0 +1,233 @@
+// The fast paths of a document. They move through the queue below the last event: m_fastDepth elements have been opened, and of the event
+// that is next a part may be taken.
+
+#include <nyXmlKit/standard/detail/NyXmlStandardDocument.h>
+
+#include <nyXmlKit/standard/detail/NyXmlMarkup.h>
+
+#include <string_view>
+#include <utility>
+
+namespace {
+
+using Mode = NyXmlStandardReader::Mode;
+using Event = NyXmlStandardParser::Event;
+
+} // namespace
+
+/// Whether there is something to move in.
+bool NyXmlStandardReader::Document::beginFast()
+{
+    if (m_mode == NyXmlFileReader::XML_READER_ERROR || m_isFastAtEnd || m_open.empty())
+        return false;
+    m_isFast = true;
+    if (m_mode != NyXmlFileReader::XML_READER_EMPTY_TAG)
+        return true;
+    m_isFastAtEnd = m_isFastEmpty = true;
+    m_mode = NyXmlFileReader::XML_READER_END_TAG;
+    return false;
+}
+
+/// Stands on the next event that a fast path may look at. False where the element around ends.
+bool NyXmlStandardReader::Document::nextFast(bool wantsEnds)
+{
+    for (;;) {
+        Event const& event = peek();
+        switch (event.kind) {
+        case Event::Kind::TEXT:
+        case Event::Kind::REFERENCE:
+        case Event::Kind::START: return true;
+        case Event::Kind::MARKUP: advance(); break;
+        case Event::Kind::NOTE:
+            warn(m_parser.textOf(event), event.line);
+            advance();
+            break;
+        case Event::Kind::END:
+            if (wantsEnds)
+                return true;
+            if (!passFastEnd())
+                return false;
+            break;
+        case Event::Kind::END_OF_DOCUMENT:
+        case Event::Kind::FAULT: fault(event); return false;
+        }
+    }
+}
+
+/// Goes behind an end tag. False, and it stays, if the element around ends there.
+bool NyXmlStandardReader::Document::passFastEnd()
+{
+    m_line = peek().line;
+    if (m_fastDepth == 0) {
+        m_isFastAtEnd = true;
+        m_mode = NyXmlFileReader::XML_READER_END_TAG;
+        return false;
+    }
+    --m_fastDepth;
+    advance();
+    return true;
+}
+
+void NyXmlStandardReader::Document::leaveFastTag()
+{
+    if (!std::exchange(m_isFastInTag, false))
+        return;
+    m_fastDepth += peek().isEmpty ? 0 : 1;
+    advance();
+}
+
+std::string const& NyXmlStandardReader::Document::fastTag(bool isSimple)
+{
+    m_value.clear();
+    if (!beginFast())
+        return m_value;
+    leaveFastTag();
+    while (nextFast()) {
+        Event const& event = peek();
+        if (event.kind != Event::Kind::START) {
+            advance();
+            continue;
+        }
+        m_line = event.line;
+        m_value = event.name->token.localName();
+        m_isFastInTag = m_hasFastChild = true;
+        m_fastAttribute = 0;
+        if (isSimple) { // the cursor is behind the tag, whose last byte is lost
+            if (!event.isEmpty)
+                m_value.pop_back();
+            leaveFastTag();
+        }
+        break;
+    }
+    return m_value;
+}
+
+std::string const& NyXmlStandardReader::Document::fastAttribute(bool isLast)
+{
+    m_value.clear();
+    if (!beginFast())
+        return m_value;
+    while (nextFast()) {
+        Event const& event = peek();
+        if (event.kind != Event::Kind::START) {
+            advance();
+            continue;
+        }
+        if (!std::exchange(m_isFastInTag, true)) {
+            m_line = event.line;
+            m_hasFastChild = true;
+            m_fastAttribute = 0;
+        }
+        if (m_fastAttribute != event.size) {
+            m_value = m_parser.attributesOf(event)[m_fastAttribute++].value;
+            if (isLast)
+                leaveFastTag();
+            break;
+        }
+        leaveFastTag();
+    }
+    return m_value;
+}
+
+std::string const& NyXmlStandardReader::Document::fastWord()
+{
+    m_value.clear();
+    if (!beginFast())
+        return m_value;
+    leaveFastTag();
+    while (nextFast()) {
+        Event const& event = peek();
+        if (event.kind == Event::Kind::START) {
+            if (!m_value.empty())
+                break;
+            m_isFastInTag = m_hasFastChild = true;
+            leaveFastTag();
+            continue;
+        }
+        std::string_view const text = m_parser.textOf(event);
+        std::size_t const begin = m_value.empty() ? NyXmlMarkup::findBlack(text, m_fastText) : m_fastText;
+        std::size_t const end = NyXmlMarkup::findWhite(text, begin);
+        m_value.append(text, begin, end - begin);
+        if (end != text.size()) {
+            m_fastText = end;
+            break;
+        }
+        advance(); // the word may go on in the next piece
+        if (!m_value.empty() && peek().kind != Event::Kind::TEXT && peek().kind != Event::Kind::MARKUP)
+            break;
+    }
+    return m_value;
+}
+
+void NyXmlStandardReader::Document::fastEnd()
+{
+    if (!beginFast())
+        return;
+    bool const isInEmptyTag = m_isFastInTag && peek().isEmpty;
+    leaveFastTag();
+    if (isInEmptyTag)
+        return;
+    for (std::size_t const depth = m_fastDepth; nextFast(true);) {
+        if (peek().kind == Event::Kind::END) {
+            if (!passFastEnd() || m_fastDepth < depth)
+                return;
+            continue;
+        }
+        m_isFastInTag = peek().kind == Event::Kind::START;
+        if (m_isFastInTag)
+            leaveFastTag();
+        else
+            advance();
+    }
+}
+
+/// Leaves the fast paths. \return how many elements they have left open
+std::size_t NyXmlStandardReader::Document::endFast()
+{
+    leaveFastTag();
+    m_isFast = m_hasFastChild = false;
+    return std::exchange(m_fastDepth, 0);
+}
+
+/// readXml() behind fast paths.
+Mode NyXmlStandardReader::Document::readOnBehindFast()
+{
+    bool const isOpen = m_isFastInTag || m_fastDepth != 0; // also an empty tag of which only attributes were taken
+    bool const hasChild = m_hasFastChild;
+    std::size_t depth = endFast();
+    if (m_mode == NyXmlFileReader::XML_READER_ERROR)
+        return m_mode;
+    bool const isEmpty = std::exchange(m_isFastEmpty, false);
+    if (std::exchange(m_isFastAtEnd, false)) {
+        leaveStartTag();
+        if (!isEmpty)
+            m_parser.pop();
+        close();
+        return NyXmlFileReader::XML_READER_END_TAG;
+    }
+    if (!isOpen) {
+        if (hasChild && m_mode == NyXmlFileReader::XML_READER_START_TAG) {
+            leaveStartTag();
+            m_mode = NyXmlFileReader::XML_READER_END_TAG;
+        }
+        return nextEvent();
+    }
+    bool isMore = false;
+    for (;; advance()) {
+        Event const& event = peek();
+        if (event.kind == Event::Kind::START) {
+            isMore = true;
+            depth += event.isEmpty ? 0 : 1;
+        } else if (event.kind == Event::Kind::END && depth-- == 0) {
+            if (isMore)
+                warn("Elements behind those that were read were passed over", event.line);
+            m_line = event.line;
+            leaveStartTag();
+            m_parser.pop();
+            close();
+            return NyXmlFileReader::XML_READER_END_TAG;
+        } else if (event.kind == Event::Kind::FAULT) {
+            return fault(event);
+        }
+    }
+}
