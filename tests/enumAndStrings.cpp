@@ -21,6 +21,23 @@ public:
     }
 };
 
+// A writer that escapes strings learns that this one is markup, and all writers get the calls of any string.
+TEST(EmbeddedString, IsAStringToWritersThatKnowItIsMarkup)
+{
+    class Listener : public NyXmlWriter {
+    public:
+        using NyXmlWriter::NyXmlWriter;
+        void type(std::type_info const& info) override { seen += info == typeid(std::string) ? "string " : "other "; }
+        void data(std::string const& value) override { seen += value + (isMarkup() ? " markup" : " text"); }
+        std::string seen;
+    };
+    std::ostringstream stream;
+    Listener writer("d.xml", stream);
+    NyXmlEmbeddedString("<b/>").write(writer);
+    EXPECT_EQ(writer.seen, "string <b/> markup");
+    EXPECT_FALSE(writer.isMarkup());
+}
+
 } // namespace
 
 // Unlike a basic value's, a bad word fails the read, and in silence.

@@ -4,8 +4,6 @@
 #include <nyXml/reader/NyXmlReader.h>
 #include <nyXml/writer/NyXmlWriter.h>
 
-#include <typeinfo>
-
 NyXmlEmbeddedString::~NyXmlEmbeddedString() = default;
 
 bool NyXmlEmbeddedString::read(NyXmlReader& reader)
@@ -22,9 +20,6 @@ bool NyXmlEmbeddedString::read(NyXmlReader& reader)
 
 bool NyXmlEmbeddedString::write(NyXmlWriter& writer) const
 {
-    if (!NyXmlObject::write(writer))
-        return false;
-    writer.type(typeid(NyXmlEmbeddedString)); // a writer that escapes strings has to know that this is markup
-    writer.data(value());
-    return true;
+    NyXmlWriter::Markup const markup(writer); // a writer that escapes strings has to know
+    return NyXmlBasicType<std::string>::write(writer);
 }

@@ -23,7 +23,7 @@ public:
     /// \return false, with a report of print type 4, for an element in the empty form
     bool read(NyXmlReader& reader) override;
 
-    /// Hands the markup to the writer as it stands, under a type of its own: writers that escape strings leave this one alone.
+    /// As any string, while the writer's isMarkup() is true: writers that escape strings leave this one alone.
     bool write(NyXmlWriter& writer) const override;
 };
 

@@ -146,6 +146,25 @@ public:
     /// "Writing: " and that number on "signalReadWriteMsg". The writer counts no link by itself.
     virtual void incrementLinkCount();
 
+    /// While it lives, the strings that the writer gets are markup.
+    class Markup {
+    public:
+        explicit Markup(NyXmlWriter& writer) noexcept : m_writer(writer), m_before(writer.m_IsMarkup)
+        {
+            writer.m_IsMarkup = true;
+        }
+        ~Markup() { m_writer.m_IsMarkup = m_before; }
+        Markup(Markup const&) = delete;
+        Markup& operator=(Markup const&) = delete;
+
+    private:
+        NyXmlWriter& m_writer;
+        bool m_before;
+    };
+
+    /// Whether the string at hand is markup: for subclasses that escape the others. This writer passes both unchanged.
+    bool isMarkup() const noexcept { return m_IsMarkup; }
+
 protected:
     /// Writes the value in double quotes.
     virtual void attributeValue(std::string const& value);
@@ -251,7 +270,8 @@ private:
     unsigned int m_Together = 0;                ///< depth of the library's own calls that keep bytes together
     bool m_IsRun = false;                       ///< the open element's data may leave before its end tag
     bool m_HasPassedOn = false;                 ///< some of it has left
-    std::string m_Text;                         ///< spare memory for the text of a scalar
+    bool m_IsMarkup = false;
+    std::string m_Text; ///< spare memory for the text of a scalar
 };
 
 /// Hands one value to the writer: its type to type(), then its text to data().

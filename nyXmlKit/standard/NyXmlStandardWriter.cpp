@@ -5,7 +5,6 @@
 #include <nyXml/platform/NyPrint.h>
 #include <nyXml/platform/NyStringConversion.h>
 #include <nyXml/reader/NyXmlFileReader.h>
-#include <nyXml/values/NyXmlEmbeddedString.h>
 #include <nyXml/values/NyXmlTextOf.h>
 #include <nyXmlKit/standard/detail/NyXmlMarkup.h>
 
@@ -301,7 +300,7 @@ void NyXmlStandardWriter::type(std::type_info const& info)
 {
     m_kind = info == typeid(double) || info == typeid(NyAngle) || info == typeid(NyNonNegReal) ? Kind::REAL
              : info == typeid(float)                                                           ? Kind::FLOAT
-             : info == typeid(NyXmlEmbeddedString)                                             ? Kind::MARKUP
+             : isMarkup()                                                                      ? Kind::MARKUP
                                                                                                : Kind::TEXT;
     NyXmlWriter::type(info);
     if (m_switches.writesSchema)
