@@ -2,12 +2,14 @@
 
 #include <nyXml/values/NyXmlTextOf.h>
 
+#include <array>
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <random>
+#include <sstream>
 
 namespace {
 
@@ -101,4 +103,34 @@ TEST(ValueTexts, ViewsEndWhereTheyEnd)
     EXPECT_EQ(NyXmlText::toDouble(view.substr(3, 2)), 34.0); // in front of an exponent
     EXPECT_EQ(NyXmlText::toDouble(view.substr(4, 2)), 4.0);
     EXPECT_EQ(NyXmlText::toDouble(view.substr(8, 1)), 0.0); // of a prefix
+}
+
+TEST(ValueTexts, RunsOfRealsAreTheNearestDoubles)
+{
+    std::mt19937_64 engine(1);
+    auto const below = [&engine](unsigned int n) { return static_cast<int>(engine() % n); };
+    for (int round = 0; round != 1000; ++round) {
+        std::string run;
+        std::vector<double> expected;
+        for (int i = 0; i != 100; ++i) {
+            // All lengths in front of the point and behind it; and what is rounded up to a power of two.
+            std::array<char, 100> word{};
+            if (below(20) == 0)
+                std::snprintf(word.data(), word.size(), "%d.9999999999999999", (1 << below(20)) - 1);
+            else
+                std::snprintf(word.data(), word.size(), "%.*f", below(19),
+                              std::ldexp(static_cast<double>(engine()) - 0x1p63, below(40) - 72));
+            if (below(20) == 0)
+                word[static_cast<std::size_t>(below(12))] = "-+. e"[below(5)];
+            run.append(word.data()).append(static_cast<std::size_t>(below(3)) + 1, " \n\t"[below(3)]);
+        }
+        std::istringstream words(run);
+        for (std::string word; words >> word;)
+            expected.push_back(std::strtod(word.c_str(), nullptr));
+        std::vector<double> taken;
+        NyXmlText::appendDoubles(run, taken);
+        ASSERT_EQ(taken.size(), expected.size());
+        for (std::size_t i = 0; i != taken.size(); ++i)
+            ASSERT_TRUE(same(taken[i], expected[i])) << run;
+    }
 }

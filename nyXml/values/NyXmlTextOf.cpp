@@ -1,6 +1,7 @@
 #include <nyXml/values/NyXmlTextOf.h>
 
 #include <nyXml/core/detail/NyFromChars.h>
+#include <nyXml/core/detail/NyRealWord.h>
 #include <nyXml/core/detail/NyWhiteSpace.h>
 #include <nyXml/writer/NyXmlWriter.h>
 
@@ -102,6 +103,11 @@ void NyXmlText::appendDoubles(std::string_view words, std::vector<double>& value
             continue;
         }
         double value = 0.0;
+        if (char const* const wordEnd = nyTakeRealWord(at, end, value)) {
+            values.push_back(value);
+            at = wordEnd;
+            continue;
+        }
         bool const isDigits = isDigit(*at) || (*at == '-' && end - at > 1 && isDigit(at[1]));
         auto const [behind, fault] =
             isDigits ? nyFromChars(at, end, value) : std::from_chars_result{ at, std::errc::invalid_argument };
