@@ -88,6 +88,47 @@ private:
     std::istringstream m_elsewhere{ "<e size='7' x='8'>90 91 92</e>" };
 };
 
+/// Reads by the library's reader, and lets values take leaves and runs in one step, but for every fifth that is asked for.
+class ShortcutReader : public NyXmlReader {
+public:
+    ShortcutReader(std::string const& name, std::istream& stream) : NyXmlReader(name, stream)
+    {
+        offerShortcuts<ShortcutReader>();
+    }
+
+    bool takeLeaf(NyToken const& name, std::string_view& text)
+    {
+        return count(takeLeafIf(name, text, [this](std::string_view) { return ++m_asked % 5 != 0; }));
+    }
+    bool takeLeaf(NyToken const& name, NyToken const* const* attributes, std::string_view* values, std::size_t size)
+    {
+        return count(takeLeafIf(name, attributes, values, size, [this] { return ++m_asked % 5 != 0; }));
+    }
+    std::string_view takeContent() { return count(true), NyXmlReader::takeContent(); }
+
+    static int taken;
+
+private:
+    static bool count(bool isTaken)
+    {
+        taken += isTaken ? 1 : 0;
+        return isTaken;
+    }
+
+    int m_asked = 0;
+};
+int ShortcutReader::taken = 0;
+
+/// Made from that one by somebody who wants to see every event.
+class EventCounter : public ShortcutReader {
+public:
+    using ShortcutReader::ShortcutReader;
+    ~EventCounter() override { EXPECT_EQ(taken, m_before) << "past the events"; }
+
+private:
+    int const m_before = taken;
+};
+
 class Mode : public NyXmlEnumType<int> {
 public:
     bool xmlInit() override
@@ -155,6 +196,8 @@ void expectSameFromOwnReaders(std::string const& document)
     std::string const seen = readBy(static_cast<NyXmlReader*>(nullptr));
     EXPECT_EQ(readBy(static_cast<OwnReader*>(nullptr)), seen);
     EXPECT_EQ(readBy(static_cast<OwnReaderOpenedElsewhere*>(nullptr)), seen);
+    EXPECT_EQ(readBy(static_cast<ShortcutReader*>(nullptr)), seen);
+    EXPECT_EQ(readBy(static_cast<EventCounter*>(nullptr)), seen);
 }
 
 std::string const run = "<v size='4' x='0'><group>1 2.5\n 300</group><element> 4 </element></v>";
@@ -186,7 +229,11 @@ TEST(ApplicationReader, GivesEveryContainerItsOwnEvents)
     expectSameFromOwnReaders<NyXmlVectorBasicType<B<std::string>>>(run);
     expectSameFromOwnReaders<NyXmlVectorType<B<bool>>>(run);
     expectSameFromOwnReaders<NyXmlVectorType<Mode>>("<v size='4'><group>fast slow fast none</group></v>");
-    expectSameFromOwnReaders<NyXmlVectorType<NyXmlVector>>("<v size='1'><element x='1' y='2' z='3'/></v>");
+    ShortcutReader::taken = 0;
+    expectSameFromOwnReaders<NyXmlVectorType<NyXmlVector>>(
+        "<v size='6'> <element x=\"1\" y=\"2\" z=\"3\"/><element x=\"4\" y=\"5\" z=\"6\"/>\n<element x=\"7\" y=\"8\" z=\"9\"/>"
+        "<element x=\"10\" y=\"11\" z=\"12\"/><element x='13' y='14' z='15'/><element x=\"16\" y=\"17\" z=\"18\"/></v>");
+    EXPECT_EQ(ShortcutReader::taken, 4);
     expectSameFromOwnReaders<NyXmlVectorType<Part>>("<v size='2'><element>" + part + "</element>" + part + "</v>");
     expectSameFromOwnReaders<NyXmlSetType<B<unsigned int>>>(run);
     expectSameFromOwnReaders<NyXmlListType<B<unsigned int>>>(run);

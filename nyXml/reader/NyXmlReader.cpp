@@ -132,8 +132,13 @@ void NyXmlReader::pop()
 
 NyXmlFileReader* NyXmlReader::plainDocument() const
 {
-    bool const isPlain = typeid(*this) == typeid(NyXmlReader) && m_theTop != nullptr && !m_theCheckVersionFlag &&
-                         !isInclude(m_theTop->NyXmlFileReader::element());
+    return typeid(*this) == typeid(NyXmlReader) ? documentOfLeaves() : nullptr;
+}
+
+/// The document on top, null if the front has to look at the next event.
+NyXmlFileReader* NyXmlReader::documentOfLeaves() const
+{
+    bool const isPlain = m_theTop != nullptr && !m_theCheckVersionFlag && !isInclude(m_theTop->NyXmlFileReader::element());
     return isPlain ? m_theTop : nullptr;
 }
 
@@ -160,6 +165,7 @@ void NyXmlReader::open(std::string const& name, std::istream& stream)
 // have nothing to do.
 NyXmlFileReader::XML_READER_MODE NyXmlReader::readXml()
 {
+    m_isBehindLeafTag = false;
     NyXmlFileReader::XML_READER_MODE const mode = m_theTop->NyXmlFileReader::readXml();
     bool const isEveryday =
         mode != NyXmlFileReader::XML_READER_EOF && !isInclude(m_theTop->NyXmlFileReader::element()) && !m_theCheckVersionFlag;
@@ -184,6 +190,8 @@ NyXmlFileReader::XML_READER_MODE NyXmlReader::examineEvent()
 
 NyXmlFileReader::XML_READER_MODE NyXmlReader::readRun(NyXmlWordSink& words)
 {
+    if (typeid(*this) != typeid(NyXmlReader))
+        return readXml();
     bool const isTaken = m_theTop->takeRun(words);
     NyXmlFileReader::XML_READER_MODE const mode = readXml();
     if (isTaken && (!m_theTop->endRun() || mode != NyXmlFileReader::XML_READER_CONTENT))

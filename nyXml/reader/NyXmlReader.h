@@ -5,6 +5,8 @@
 #include <nyXml/core/NyToken.h>
 #include <nyXml/platform/NyXmlExport.h>
 #include <nyXml/reader/NyXmlFileReader.h>
+#include <nyXml/reader/detail/NyXmlLeafRun.h>
+#include <nyXml/reader/detail/NyXmlShortcuts.h>
 #include <nyXml/traversal/detail/NyXmlSignalsFwd.h>
 
 #include <boost/shared_ptr.hpp>
@@ -14,6 +16,8 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <type_traits>
+#include <typeinfo>
 #include <vector>
 
 /// What every read() receives: one document, however many files it is written in.
@@ -151,11 +155,30 @@ public:
     /// What content() would give if the vector flag is off.
     std::string_view contentView() const noexcept { return m_theTop->contentView(); }
 
+    // The same from a subclass that has offered it, see offerShortcuts().
+
+    /// What this reader gives past the events, null for nothing. Of exactly this class nobody has to ask.
+    NyXmlShortcuts const* shortcuts() const
+    {
+        return m_theShortcuts != nullptr && typeid(*this) == *m_theShortcuts->reader ? m_theShortcuts : nullptr;
+    }
+
+    /// Whether a run comes as a whole, by readRun() and takeRun().
+    bool hasWholeRuns() const { return typeid(*this) == typeid(NyXmlReader) || shortcuts() != nullptr; }
+
+    /// takeContent() of a reader that hasWholeRuns().
+    std::string_view takeRun()
+    {
+        NyXmlShortcuts const* const ways = shortcuts();
+        return ways != nullptr ? ways->takeContent(*this) : takeContent();
+    }
+
     /// The same, and none of it is content any more.
     std::string_view takeContent() noexcept { return m_theTop->takeContent(); }
 
     /// readXml() at the start tag of a run that may be long. What is too much for one block goes to \p words as it comes, and the content
-    /// is what follows behind them, at least one word. If the event is not XML_READER_CONTENT, no word has been taken.
+    /// is what follows behind them, at least one word. If the event is not XML_READER_CONTENT, no word has been taken. In a subclass it is
+    /// readXml() alone.
     NyXmlFileReader::XML_READER_MODE readRun(NyXmlWordSink& words);
 
 protected:
@@ -192,6 +215,61 @@ protected:
     /// \param remote  set to whether the path has a host and is read over HTTP
     std::string pathOfLink(std::string const& href, bool& remote);
 
+    /// For a subclass whose hooks need not see each event: lets values that read a lot take leaves and runs in one step each, as they
+    /// take them from the library's own reader. Otherwise they ask the virtual operations alone.
+    ///
+    /// A class that offers it has these three, which NyXmlReader calls (a friend, where they are not public). Each may refuse, and
+    /// then the same comes by readXml(). A class derived from it gives nothing past its events until it offers that itself.
+    /// \code
+    ///     /// `<name>text</name>` comes next: takes it. The text is not empty, without white space at its bounds, and
+    ///     /// valid until the next call that reads.
+    ///     bool takeLeaf(NyToken const& name, std::string_view& text);
+    ///     /// `<name a="1" b="2"/>` comes next, with just these attributes.
+    ///     bool takeLeaf(NyToken const& name, NyToken const* const* attributes, std::string_view* values, std::size_t count);
+    ///     /// All of content(), which is empty from then on.
+    ///     std::string_view takeContent();
+    /// \endcode
+    /// \tparam Reader  the subclass; to be called by its constructor
+    /// \tparam Base    what Reader is derived from. If that is a class of somebody else's that has offered nothing, nothing is offered
+    template <class Reader, class Base = NyXmlReader>
+    void offerShortcuts()
+    {
+        if (!std::is_same_v<Base, NyXmlReader> && (m_theShortcuts == nullptr || *m_theShortcuts->reader != typeid(Base)))
+            return;
+        static NyXmlShortcuts const ways = {
+            &typeid(Reader),
+            [](NyXmlReader& reader, NyToken const& name, std::string_view& text) {
+                return static_cast<Reader&>(reader).takeLeaf(name, text);
+            },
+            [](NyXmlReader& reader, NyToken const& name, NyToken const* const* attributes, std::string_view* values,
+               std::size_t count) { return static_cast<Reader&>(reader).takeLeaf(name, attributes, values, count); },
+            [](NyXmlReader& reader) { return static_cast<Reader&>(reader).takeContent(); },
+        };
+        m_theShortcuts = &ways;
+    }
+
+    /// The first of them for a subclass that reads by this class: from the document on top.
+    /// \param mayPass  called with the text. False leaves everything as it was
+    template <class MayPass>
+    bool takeLeafIf(NyToken const& name, std::string_view& text, MayPass mayPass)
+    {
+        NyXmlLeafRun run(documentOfLeaves(), m_isBehindLeafTag);
+        bool const isTaken = run.takeText(name, text) && (mayPass(text) || run.forget());
+        m_isBehindLeafTag = m_isBehindLeafTag && !isTaken;
+        return isTaken;
+    }
+
+    /// The second.
+    template <class MayPass>
+    bool takeLeafIf(NyToken const& name, NyToken const* const* attributes, std::string_view* values, std::size_t count,
+                    MayPass mayPass)
+    {
+        NyXmlLeafRun run(documentOfLeaves(), m_isBehindLeafTag);
+        bool const isTaken = run.takeAttributes(name, attributes, values, count) && (mayPass() || run.forget());
+        m_isBehindLeafTag = m_isBehindLeafTag || isTaken;
+        return isTaken;
+    }
+
 private:
     void findTop();
     void push(std::string const& name, std::istream& stream);
@@ -199,6 +277,7 @@ private:
     NyXmlFileReader::XML_READER_MODE examineEvent();
     bool takeLink(std::string& path, bool& remote);
     void openLink(std::string const& path, bool remote);
+    NyXmlFileReader* documentOfLeaves() const;
 
     std::list<NyXmlFileReader> m_theFileReaders;
     bool m_theCheckVersionFlag = true;
@@ -213,6 +292,8 @@ private:
     /// The last of m_theFileReaders, null if there is none: every event and every word passes through it.
     NyXmlFileReader* m_theTop = nullptr;
     bool m_isSendingSignals = true; ///< on signals that are found when the first link is counted
+    NyXmlShortcuts const* m_theShortcuts = nullptr;
+    bool m_isBehindLeafTag = false; ///< the last event is an empty tag that was taken as a leaf
     /// One for each document but the outermost. Copies of this reader share it, and the last one to let go closes the stream.
     std::vector<std::shared_ptr<void>> m_theStreamUsers;
 };

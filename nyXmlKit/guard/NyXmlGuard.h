@@ -50,8 +50,8 @@ struct NYXML_EXPORT NyXmlGuard {
     std::size_t bytes = noLimit; ///< of the document and all that it includes
     std::size_t depth = noLimit; ///< of elements in each other, across includes
     std::size_t text = noLimit; ///< bytes of a text, of an attribute's value; nor may a tag, or comments in a row, be much longer
-    std::size_t attributes = noLimit;   ///< of one tag
-    std::size_t items = noLimit;        ///< that a `size` attribute may claim, in whatever element it stands
+    std::size_t attributes = noLimit; ///< of one tag
+    std::size_t items = noLimit; ///< that a `size` may claim, in whatever element, and that one may hold: children, words of runs
     std::size_t includes = noLimit;     ///< in all
     std::size_t includeDepth = noLimit; ///< of documents in each other
     std::size_t faults = noLimit;       ///< that NyXmlFile collects; NyXmlGuarded alone does not count them

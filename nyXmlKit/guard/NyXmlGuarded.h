@@ -7,6 +7,8 @@
 #include <nyXmlKit/guard/NyXmlGuard.h>
 #include <nyXmlKit/guard/detail/NyXmlGuardState.h>
 
+#include <algorithm>
+#include <cstddef>
 #include <istream>
 #include <memory>
 #include <string>
@@ -51,6 +53,7 @@ public:
           Base(name, NyXmlGuardState::input())
     {
         NyXmlGuardState::setReader(this);
+        this->template offerShortcuts<NyXmlGuarded, Base>();
     }
     ~NyXmlGuarded() override { NyXmlGuardState::setReader(nullptr); }
 
@@ -111,6 +114,12 @@ public:
         return hasEnded() ? NyXmlFileReader::m_theNullString : Base::contentByWord();
     }
     bool isContentAvailable() const override { return !hasEnded() && Base::isContentAvailable(); }
+    void setContentVectorFlag(bool flag) override
+    {
+        if (flag && NyXmlGuardState::watchesItems() && !hasEnded())
+            NyXmlGuardState::checkWords(Base::contentCount()); // what is handed out by words is a run of items
+        Base::setContentVectorFlag(flag);
+    }
 
     bool nextMatchingEndTag() override;
     std::string const& getChildrenAsString() override
@@ -137,6 +146,43 @@ protected:
             return Base::content();
     }
 
+    // Past the events, as NyXmlReader::offerShortcuts() has it. What goes beyond a limit comes by its event, which says so.
+
+    bool takeLeaf(NyToken const& name, std::string_view& text)
+    {
+        return takeLeafIf(name, text, [](std::string_view) { return true; });
+    }
+    bool takeLeaf(NyToken const& name, NyToken const* const* attributes, std::string_view* values, std::size_t count)
+    {
+        return takeLeafIf(name, attributes, values, count, [] { return true; });
+    }
+    std::string_view takeContent() { return hasEnded() ? std::string_view() : Base::takeContent(); }
+
+    template <class MayPass>
+    bool takeLeafIf(NyToken const& name, std::string_view& text, MayPass mayPass)
+    {
+        bool const isTaken = Base::takeLeafIf(name, text, [&](std::string_view found) {
+            return NyXmlGuardState::mayPassLeaf(0, found.size(), m_wasEmptyTag) && mayPass(found);
+        });
+        if (isTaken)
+            noteLeaf(false);
+        return isTaken;
+    }
+    template <class MayPass>
+    bool takeLeafIf(NyToken const& name, NyToken const* const* attributes, std::string_view* values, std::size_t count,
+                    MayPass mayPass)
+    {
+        bool const isTaken = Base::takeLeafIf(name, attributes, values, count, [&] {
+            std::size_t longest = 0;
+            for (std::size_t i = 0; i != count; ++i)
+                longest = std::max(longest, values[i].size());
+            return NyXmlGuardState::mayPassLeaf(count, longest, m_wasEmptyTag) && mayPass();
+        });
+        if (isTaken)
+            noteLeaf(true);
+        return isTaken;
+    }
+
     /// Looks at each link before anything is opened.
     bool openFileTest() override;
     bool closeFileTest() override
@@ -148,6 +194,8 @@ protected:
     }
 
 private:
+    friend class NyXmlReader;
+
     static bool isSize(NyToken const& name) { return static_cast<std::string const&>(name) == sizeName(); }
     static std::string const& sizeName() { return NyXml::NyCountToken; }
 
@@ -179,6 +227,16 @@ private:
         if (isClaim && NyXmlGuardState::watchesItems())
             NyXmlGuardState::checkClaim(text);
         return hasEnded() ? NyXmlFileReader::m_theNullString : text;
+    }
+
+    void noteLeaf(bool isEmptyTag)
+    {
+        if (m_wasEmptyTag)
+            NyXmlGuardState::leave();
+        m_wasEmptyTag = isEmptyTag;
+        NyXmlGuardState::enterLeaf();
+        if (!isEmptyTag)
+            NyXmlGuardState::leave();
     }
 
     template <class Call>

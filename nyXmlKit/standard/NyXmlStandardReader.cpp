@@ -19,9 +19,12 @@ std::string const includeName = "NyInclude";
 
 } // namespace
 
-NyXmlStandardReader::NyXmlStandardReader() = default;
+NyXmlStandardReader::NyXmlStandardReader() { offerShortcuts<NyXmlStandardReader>(); }
 
-NyXmlStandardReader::NyXmlStandardReader(std::string const& name, std::istream& stream) { push(name, stream, nullptr); }
+NyXmlStandardReader::NyXmlStandardReader(std::string const& name, std::istream& stream) : NyXmlStandardReader()
+{
+    push(name, stream, nullptr);
+}
 
 NyXmlStandardReader::~NyXmlStandardReader()
 {
@@ -173,6 +176,25 @@ void NyXmlStandardReader::setContentVectorFlag(bool flag) { m_theTop->setVectorF
 char const* NyXmlStandardReader::filename() const { return m_theTop->filename().c_str(); }
 
 int NyXmlStandardReader::lineCountOfFile() const { return m_theTop->line(); }
+
+std::string_view NyXmlStandardReader::contentView() const { return m_theTop->contentView(); }
+
+std::string_view NyXmlStandardReader::takeContent() { return m_theTop->takeContent(); }
+
+bool NyXmlStandardReader::findLeaf(NyToken const& name, std::string_view& text)
+{
+    return !m_isVersionDue && m_theTop->findLeaf(name, text);
+}
+
+bool NyXmlStandardReader::findLeaf(NyToken const& name, NyToken const* const* attributes, std::string_view* values,
+                                   std::size_t count)
+{
+    return !m_isVersionDue && m_theTop->findLeaf(name, attributes, values, count);
+}
+
+void NyXmlStandardReader::passTextLeaf() { m_theTop->passTextLeaf(); }
+
+void NyXmlStandardReader::passTagLeaf() { m_theTop->passTagLeaf(); }
 
 bool NyXmlStandardReader::nextMatchingEndTag() { return m_theTop->skip(); }
 

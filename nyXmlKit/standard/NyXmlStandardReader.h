@@ -9,6 +9,7 @@
 #include <iosfwd>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 /// Reads XML 1.0 as others write it, for the same objects that read the library's own dialect.
@@ -154,8 +155,49 @@ protected:
     /// had, which the caller reports
     virtual std::unique_ptr<std::istream> openLink(std::string const& path, bool remote);
 
+    // Past the events, as NyXmlReader::offerShortcuts() has it; objects need not be told. A subclass whose hooks see what they have to see
+    // all the same may offer them in turn.
+
+    bool takeLeaf(NyToken const& name, std::string_view& text)
+    {
+        return takeLeafIf(name, text, [](std::string_view) { return true; });
+    }
+    bool takeLeaf(NyToken const& name, NyToken const* const* attributes, std::string_view* values, std::size_t count)
+    {
+        return takeLeafIf(name, attributes, values, count, [] { return true; });
+    }
+    std::string_view takeContent();
+
+    /// What takeContent() would give.
+    std::string_view contentView() const;
+
+    /// \param mayPass  called with the text. False leaves everything as it was
+    template <class MayPass>
+    bool takeLeafIf(NyToken const& name, std::string_view& text, MayPass mayPass)
+    {
+        bool const isTaken = findLeaf(name, text) && mayPass(text);
+        if (isTaken)
+            passTextLeaf();
+        return isTaken;
+    }
+    template <class MayPass>
+    bool takeLeafIf(NyToken const& name, NyToken const* const* attributes, std::string_view* values, std::size_t count,
+                    MayPass mayPass)
+    {
+        bool const isTaken = findLeaf(name, attributes, values, count) && mayPass();
+        if (isTaken)
+            passTagLeaf();
+        return isTaken;
+    }
+
 private:
+    friend class NyXmlReader;
     class Document;
+
+    bool findLeaf(NyToken const& name, std::string_view& text);
+    bool findLeaf(NyToken const& name, NyToken const* const* attributes, std::string_view* values, std::size_t count);
+    void passTextLeaf();
+    void passTagLeaf();
 
     Mode examineEvent();
     void push(std::string const& name, std::istream& stream, std::unique_ptr<std::istream> owned);

@@ -3,6 +3,7 @@
 #include <nyXml/core/detail/NyShortText.h>
 #include <nyXml/core/detail/NyWhiteSpace.h>
 #include <nyXml/reader/NyXmlReader.h>
+#include <nyXml/reader/detail/NyXmlShortcuts.h>
 #include <nyXml/reader/detail/NyXmlTagText.h>
 
 #include <cstring>
@@ -22,7 +23,17 @@ char const* skipWhite(char const* at)
 
 NyXmlLeafRun::NyXmlLeafRun(NyXmlReader& reader)
 {
-    NyXmlFileReader* const file = reader.plainDocument();
+    begin(reader.plainDocument(), false);
+    if (m_reader == nullptr) {
+        m_shortcuts = reader.shortcuts();
+        m_front = &reader;
+    }
+}
+
+NyXmlLeafRun::NyXmlLeafRun(NyXmlFileReader* document, bool isBehindLeafTag) { begin(document, isBehindLeafTag); }
+
+void NyXmlLeafRun::begin(NyXmlFileReader* file, bool isBehindLeafTag)
+{
     if (file == nullptr || file->m_theWay != NyXmlFileReader::Way::IN_PLACE || file->m_theBlock.isUsedUp() ||
         file->m_theElementStack.empty() || file->m_theAttributes.remaining() != 0)
         return;
@@ -30,8 +41,12 @@ NyXmlLeafRun::NyXmlLeafRun(NyXmlReader& reader)
     case NyXmlFileReader::XML_READER_START_TAG:
     case NyXmlFileReader::XML_READER_END_TAG:
     case NyXmlFileReader::XML_READER_CONTENT: break;
-    case NyXmlFileReader::XML_READER_EOF:
     case NyXmlFileReader::XML_READER_EMPTY_TAG:
+        if (!isBehindLeafTag)
+            return;
+        m_isBehindLeafTag = true;
+        break;
+    case NyXmlFileReader::XML_READER_EOF:
     case NyXmlFileReader::XML_READER_ERROR: return;
     }
     m_reader = file;
@@ -62,7 +77,9 @@ bool NyXmlLeafRun::takeText(NyToken const& token, std::string_view& text)
 {
     std::string_view const name = token.localName();
     char const* const start = behindTagName(name);
-    if (start == nullptr || *start != '>')
+    if (start == nullptr)
+        return m_shortcuts != nullptr && m_shortcuts->takeText(*m_front, token, text);
+    if (*start != '>')
         return false;
     auto const* const close = static_cast<char const*>(std::memchr(start, '<', static_cast<std::size_t>(m_end - start)));
     if (close == nullptr || static_cast<std::size_t>(m_end - close) < name.size() + 3 || close[1] != '/' ||
@@ -84,7 +101,7 @@ bool NyXmlLeafRun::takeAttributes(NyToken const& name, NyToken const* const* att
 {
     char const* at = behindTagName(name.localName());
     if (at == nullptr)
-        return false;
+        return m_shortcuts != nullptr && m_shortcuts->takeAttributes(*m_front, name, attributes, values, count);
     for (std::size_t i = 0; i != count; ++i) { // ` x="1"`
         std::string_view const attribute = attributes[i]->localName();
         char const* const start = skipWhite(at);
@@ -124,6 +141,8 @@ void NyXmlLeafRun::end()
     reader.m_theMode = m_isText ? NyXmlFileReader::XML_READER_CONTENT : NyXmlFileReader::XML_READER_EMPTY_TAG;
     reader.m_theAttributes.clear();
     reader.m_theNumOfAttributes = static_cast<unsigned int>(m_attributeCount);
+    if (m_isBehindLeafTag)
+        reader.m_theElementStack.pop();
     reader.m_theElementStack.push(m_name->localName(), true, m_name);
     if (m_isText)
         reader.m_theElementStack.pop();

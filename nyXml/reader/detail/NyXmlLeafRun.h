@@ -12,6 +12,7 @@
 
 class NyXmlFileReader;
 class NyXmlReader;
+struct NyXmlShortcuts;
 
 /// Takes the leaves that come next, `<name>text</name>` or `<name a="1" b="2"/>`, in one step each, where they stand in the block.
 ///
@@ -20,10 +21,13 @@ class NyXmlReader;
 /// application until then.
 ///
 /// Everything that is not written as plainly as can be, or not whole in the block, is refused, and nothing has changed: readXml() says
-/// what it is. A reader that is not exactly the library's refuses everything.
+/// what it is. A reader that is not exactly the library's refuses everything, unless it has offered shortcuts of its own.
 class NYXML_EXPORT NyXmlLeafRun {
 public:
     explicit NyXmlLeafRun(NyXmlReader& reader);
+    /// \param document         null for a run that refuses everything
+    /// \param isBehindLeafTag  its last event is a leaf that a run took, and not an element that somebody stands in
+    NyXmlLeafRun(NyXmlFileReader* document, bool isBehindLeafTag);
     ~NyXmlLeafRun();
     NyXmlLeafRun(NyXmlLeafRun const&) = delete;
     NyXmlLeafRun& operator=(NyXmlLeafRun const&) = delete;
@@ -39,24 +43,33 @@ public:
         return takeAttributes(name, attributes.data(), values, N);
     }
 
+    /// The same for attributes that are counted when the program runs.
+    bool takeAttributes(NyToken const& name, NyToken const* const* attributes, std::string_view* values, std::size_t count);
+
     /// To be called when the last leaf is taken.
     void end();
+
+    /// In place of end(): the reader stays where it was before the first leaf. \return false
+    bool forget() noexcept { return m_isAny = false; }
 
     /// Whether a tag of these bytes is an element of just this name, and no include.
     static bool isPlainName(std::string_view name) noexcept;
 
 private:
-    bool takeAttributes(NyToken const& name, NyToken const* const* attributes, std::string_view* values, std::size_t count);
+    void begin(NyXmlFileReader* document, bool isBehindLeafTag);
     /// Behind `<name`, null if that does not come next.
     char const* behindTagName(std::string_view name) const noexcept;
 
-    NyXmlFileReader* m_reader = nullptr; ///< null if nothing can be taken
-    char const* m_at = nullptr;          ///< with a zero byte somewhere behind it
+    NyXmlFileReader* m_reader = nullptr; ///< null if nothing can be taken from its text
+    NyXmlReader* m_front = nullptr;      ///< with m_shortcuts
+    NyXmlShortcuts const* m_shortcuts = nullptr;
+    char const* m_at = nullptr; ///< with a zero byte somewhere behind it
     char const* m_end = nullptr;
 
     // The last leaf.
     bool m_isAny = false;
-    bool m_isText = false; ///< an empty tag if not
+    bool m_isBehindLeafTag = false; ///< in front of the first leaf
+    bool m_isText = false;          ///< an empty tag if not
     NyToken const* m_name = nullptr;
     std::size_t m_attributeCount = 0;
     std::string_view m_text; ///< of the last text, empty if there was none

@@ -16,7 +16,11 @@
 /// an event.
 class NyXmlGuardedStandardReader : public NyXmlGuarded<NyXmlStandardReader> {
 public:
-    using NyXmlGuarded<NyXmlStandardReader>::NyXmlGuarded;
+    NyXmlGuardedStandardReader(std::string const& name, std::istream& stream, NyXmlGuard const& guard)
+        : NyXmlGuarded<NyXmlStandardReader>(name, stream, guard)
+    {
+        offerShortcuts<NyXmlGuardedStandardReader, NyXmlGuarded<NyXmlStandardReader>>();
+    }
 
     bool nextMatchingEndTag() override;
 
@@ -29,6 +33,8 @@ protected:
     }
 
 private:
+    friend class NyXmlReader;
+
     // Where the reader was at the last block: a tag or comment that goes on moves none of it.
     std::size_t m_theHeld = 0;
     std::uint64_t m_thePassed = 0;

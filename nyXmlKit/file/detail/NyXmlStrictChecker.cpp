@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cstddef>
 #include <system_error>
 #include <utility>
 
@@ -24,11 +25,16 @@ std::string quoted(std::string_view text)
     return '"' + std::string(text.substr(0, longest)) + (text.size() > longest ? "...\"" : "\"");
 }
 
+bool isWhite(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; }
+
 std::string_view nextWord(std::string_view& text)
 {
-    constexpr char const* white = " \t\n\r";
-    std::size_t const start = std::min(text.find_first_not_of(white), text.size());
-    std::size_t const end = std::min(text.find_first_of(white, start), text.size());
+    std::size_t start = 0;
+    while (start != text.size() && isWhite(text[start]))
+        ++start;
+    std::size_t end = start;
+    while (end != text.size() && !isWhite(text[end]))
+        ++end;
     std::string_view const word = text.substr(start, end - start);
     text.remove_prefix(end);
     return word;
@@ -169,6 +175,73 @@ NyXmlShape* NyXmlStrictChecker::enterMember(Frame& parent, std::string const& na
         m_thePending.emplace(Fault::REPEATED_MEMBER,
                              "element " + quoted(name) + " stands there " + std::to_string(seen) + " times");
     return &m_theShapes.of(*member);
+}
+
+/// What a leaf of this name would be, null if that takes a closer look. \p seen counts it, if it is a member.
+NyXmlShape* NyXmlStrictChecker::leafIn(Frame& parent, std::string const& name, unsigned int*& seen)
+{
+    if (parent.shape == nullptr)
+        return nullptr;
+    if (parent.shape->kind == Kind::SEQUENCE)
+        return name == elementName() ? parent.shape->item : nullptr;
+    if (parent.shape->kind != Kind::MEMBERS)
+        return nullptr;
+    std::vector<Member> const& members = parent.shape->children;
+    Member const* const member = NyXmlShape::find(members, name, parent.nextChild);
+    if (member == nullptr)
+        return nullptr;
+    seen = &m_theSeen[parent.seen + parent.shape->attributes.size() + static_cast<std::size_t>(member - members.data())];
+    return *seen < member->most ? &m_theShapes.of(*member) : nullptr;
+}
+
+bool NyXmlStrictChecker::passText(NyToken const& name, std::string_view text)
+{
+    if (m_theDepth == 0)
+        return false;
+    Frame& parent = top();
+    unsigned int* seen = nullptr;
+    NyXmlShape const* const shape = leafIn(parent, name.localName(), seen);
+    if (shape == nullptr || shape->kind != Kind::TEXT || !shape->text.matches(text))
+        return false;
+    ++parent.parts;
+    if (seen != nullptr)
+        ++*seen;
+    else
+        ++parent.items;
+    if (m_theDepth == m_theFrames.size())
+        m_theFrames.emplace_back();
+    m_theFrames[m_theDepth].name = name.localName(); // for names()
+    m_wasText = true;
+    m_theLast = Kind::TEXT;
+    return true;
+}
+
+bool NyXmlStrictChecker::passTag(NyToken const& name, NyToken const* const* attributes, std::string_view const* values,
+                                 std::size_t count)
+{
+    if (m_theDepth == 0)
+        return false;
+    Frame& parent = top();
+    unsigned int* seen = nullptr;
+    NyXmlShape* const shape = leafIn(parent, name.localName(), seen);
+    if (shape == nullptr || shape->kind != Kind::TUPLE || shape->attributes.size() != count || !shape->children.empty())
+        return false;
+    for (std::size_t i = 0; i != count; ++i) {
+        Member const& member = shape->attributes[i];
+        NyXmlShape const& text = m_theShapes.of(member);
+        if (member.name != attributes[i]->localName() || text.kind != Kind::TEXT || !text.text.matches(values[i]))
+            return false;
+    }
+    ++parent.parts;
+    if (seen != nullptr)
+        ++*seen;
+    else
+        ++parent.items;
+    m_wasText = false;
+    Frame& frame = push(name.localName(), shape);
+    frame.parts = count;
+    std::fill_n(m_theSeen.begin() + static_cast<std::ptrdiff_t>(frame.seen), count, 1u);
+    return true;
 }
 
 // A child of a choice becomes known when it has named its library, and that has been loaded.

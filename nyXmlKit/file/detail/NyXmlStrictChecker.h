@@ -40,6 +40,12 @@ public:
     void rawText(std::string_view text);
     void end(bool isEmptyTag);
 
+    // A leaf that comes next: true for one that has passed. False, and nothing has changed, for one that does not fit or that has to be
+    // followed step by step.
+
+    bool passText(NyToken const& name, std::string_view text);
+    bool passTag(NyToken const& name, NyToken const* const* attributes, std::string_view const* values, std::size_t count);
+
     /// Nothing is known of the element in hand: whoever reads it skips it.
     void forget();
 
@@ -76,6 +82,7 @@ private:
     Frame& push(std::string const& name, NyXmlShape* shape);
     NyXmlShape* enter(Frame& parent, std::string const& name, bool isIncluded);
     NyXmlShape* enterMember(Frame& parent, std::string const& name);
+    NyXmlShape* leafIn(Frame& parent, std::string const& name, unsigned int*& seen);
     void choose();
     void takeClaim(Frame& frame, std::string const& value);
     void checkText(NyXmlShape const& shape, std::string_view text, std::string_view attribute = {});

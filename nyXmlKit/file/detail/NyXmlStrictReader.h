@@ -8,8 +8,10 @@
 #include <nyXmlKit/guard/NyXmlGuard.h>
 
 #include <array>
+#include <cstddef>
 #include <istream>
 #include <string>
+#include <string_view>
 #include <utility>
 
 /// A reader that has a checker follow all that objects get from it.
@@ -25,6 +27,7 @@ public:
           m_theChecker(checker)
     {
         m_theChecker.setReader(this);
+        this->template offerShortcuts<NyXmlStrictReader, Base>();
     }
 
     Mode readXml() override
@@ -91,6 +94,28 @@ public:
             return Base::getAttributeValueFast();
         return coordinate();
     }
+
+    // Past the events what fits. What does not comes by its events, which know the place.
+
+    bool takeLeaf(NyToken const& name, std::string_view& text)
+    {
+        if (Base::remainingNumOfAttributes() != 0)
+            return false;
+        leaveEvent();
+        return this->takeLeafIf(name, text, [&](std::string_view found) { return m_theChecker.passText(name, found); });
+    }
+    bool takeLeaf(NyToken const& name, NyToken const* const* attributes, std::string_view* values, std::size_t count)
+    {
+        if (Base::remainingNumOfAttributes() != 0)
+            return false;
+        leaveEvent();
+        bool const isTaken = this->takeLeafIf(name, attributes, values, count,
+                                              [&] { return m_theChecker.passTag(name, attributes, values, count); });
+        if (isTaken)
+            m_isAtTag = m_isEmptyTag = true;
+        return isTaken;
+    }
+    using Base::takeContent;
 
 protected:
     bool openFileTest() override

@@ -26,15 +26,16 @@ public:
 
     bool fits(std::string_view text) const;
 
+    /// Whether it fits without a question to the value.
+    bool matches(std::string_view text) const;
+
     /// What does not fit, in words: "a whole number from 0 to 255".
     std::string wanted() const;
 
 private:
     enum class Kind { ANY, WORDS, CHARACTER, WHOLE, REAL, REAL_FROM_0 };
 
-    bool matches(std::string_view text) const;
     bool isWrittenBack(std::string_view text) const;
-    void setWhole(double least, double most);
 
     Kind m_theKind = Kind::ANY;
     long long m_theLeast = 0;

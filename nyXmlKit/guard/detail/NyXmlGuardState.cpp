@@ -148,7 +148,11 @@ void NyXmlGuardState::watchTag(char const* bytes, std::size_t count)
 
 void NyXmlGuardState::enter(std::size_t attributes)
 {
-    checkDepth(++m_theDepth);
+    if (m_theDepth != 0)
+        countItems(1);
+    checkItems();
+    beginElement();
+    checkDepth(m_theDepth);
     if (attributes > m_theGuard.attributes)
         breakLimit(Limit::ATTRIBUTES, moreThan(m_theGuard.attributes, "of them in a tag"));
 }
@@ -178,6 +182,18 @@ void NyXmlGuardState::checkClaim(std::string_view size)
     long long const claim = std::strtoll(std::string(size).c_str(), nullptr, 10);
     if (claim < 0 || claim > INT_MAX || static_cast<unsigned long long>(claim) > m_theGuard.items)
         breakLimit(Limit::ITEMS, moreThan(m_theGuard.items, "items claimed by a size"));
+}
+
+void NyXmlGuardState::checkWords(std::size_t count)
+{
+    countItems(count);
+    checkItems();
+}
+
+void NyXmlGuardState::checkItems()
+{
+    if (watchesItems() && m_theItems[m_theDepth] > m_theGuard.items)
+        breakLimit(Limit::ITEMS, moreThan(m_theGuard.items, "items in an element"));
 }
 
 // Links

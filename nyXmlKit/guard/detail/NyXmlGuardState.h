@@ -65,6 +65,23 @@ public:
     void checkDepth(std::size_t depth);
     bool watchesItems() const noexcept { return m_theGuard.items != NyXmlGuard::noLimit; }
     void checkClaim(std::string_view size);
+    /// The words of a run, which are items of the element around it.
+    void checkWords(std::size_t count);
+
+    /// Whether a leaf that comes next breaks no limit. Nothing has changed if it does.
+    /// \param isBehindEmptyTag  an element is still counted that has ended
+    bool mayPassLeaf(std::size_t attributes, std::size_t longestText, bool isBehindEmptyTag) const noexcept
+    {
+        std::size_t const depth = m_theDepth - (isBehindEmptyTag ? 1 : 0);
+        return !m_hasEnded && depth < m_theGuard.depth && attributes <= m_theGuard.attributes && longestText <= m_theGuard.text &&
+               (!watchesItems() || itemsOf(depth) < m_theGuard.items);
+    }
+    /// One that may.
+    void enterLeaf()
+    {
+        countItems(1);
+        beginElement();
+    }
 
     /// Opens what a link leads to, if that is allowed and there. Null if not: it has been reported if it is not allowed.
     std::unique_ptr<std::istream> openLink(std::string const& path, bool isRemote);
@@ -97,6 +114,22 @@ private:
         std::string name;
     };
 
+    std::size_t itemsOf(std::size_t depth) const noexcept { return depth < m_theItems.size() ? m_theItems[depth] : 0; }
+    void countItems(std::size_t count)
+    {
+        if (watchesItems())
+            m_theItems[m_theDepth] += count;
+    }
+    void checkItems();
+    void beginElement()
+    {
+        ++m_theDepth;
+        if (!watchesItems())
+            return;
+        if (m_theItems.size() <= m_theDepth)
+            m_theItems.resize(m_theDepth + 1);
+        m_theItems[m_theDepth] = 0;
+    }
     std::size_t take(std::istream& source, char* to, std::size_t count);
     void watchTag(char const* bytes, std::size_t count);
     bool isOpen(Document const& document) const;
@@ -117,6 +150,7 @@ private:
     std::size_t m_theBytesBefore = 0;    ///< the event that is being read
     std::uint64_t m_theBytesOfFiles = 0; ///< that were included
     std::size_t m_theDepth = 0;
+    std::vector<std::size_t> m_theItems{ 0 }; ///< so far in each open element: children, and words of runs
     std::size_t m_theIncludes = 0;
     bool m_isInTag = false;              ///< where the last read ended
     std::size_t m_theTagsAttributes = 0; ///< so far, if the last read ended in a tag

@@ -18,6 +18,16 @@ inline bool isWhite(char c) noexcept { return c == ' ' || c == '\t' || c == '\n'
 std::size_t findBlack(std::string_view text, std::size_t from = 0) noexcept;
 std::size_t findWhite(std::string_view text, std::size_t from = 0) noexcept;
 
+/// The text without the white space at its bounds; empty for a white text.
+inline std::string_view trimmed(std::string_view text) noexcept
+{
+    while (!text.empty() && isWhite(text.front()))
+        text.remove_prefix(1);
+    while (!text.empty() && isWhite(text.back()))
+        text.remove_suffix(1);
+    return text;
+}
+
 /// Appends a character reference for a byte: "&#10;".
 void appendReference(std::string& target, char c);
 

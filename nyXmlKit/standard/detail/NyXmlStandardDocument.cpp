@@ -51,7 +51,11 @@ void NyXmlStandardReader::Document::warn(std::string_view text, int line)
 
 // Events
 
-Mode NyXmlStandardReader::Document::readXml() { return m_mode = m_isFast ? readOnBehindFast() : nextEvent(); }
+Mode NyXmlStandardReader::Document::readXml()
+{
+    m_isBehindLeafTag = false;
+    return m_mode = m_isFast ? readOnBehindFast() : nextEvent();
+}
 
 Mode NyXmlStandardReader::Document::nextEvent()
 {
@@ -351,6 +355,95 @@ bool NyXmlStandardReader::Document::hasContent() const noexcept
 {
     std::size_t const start = m_vectorFlag ? NyXmlMarkup::findBlack(m_content, m_contentStart) : m_contentStart;
     return start != m_content.size();
+}
+
+// Leaves. Hot: nearly all of a document is leaves, and two events with their questions cost three times as much. What is not as plain as
+// can be, or not whole in the queue, comes by its events.
+
+/// How many events stand before the start of an element of this name, if that comes next and nothing is lost in front of it; npos if not.
+std::size_t NyXmlStandardReader::Document::findStart(NyToken const& name) const
+{
+    constexpr std::size_t npos = static_cast<std::size_t>(-1);
+    bool const isBetween = m_mode == NyXmlFileReader::XML_READER_START_TAG || m_mode == NyXmlFileReader::XML_READER_END_TAG ||
+                           m_mode == NyXmlFileReader::XML_READER_CONTENT ||
+                           (m_mode == NyXmlFileReader::XML_READER_EMPTY_TAG && m_isBehindLeafTag);
+    std::size_t const least = m_mode == NyXmlFileReader::XML_READER_EMPTY_TAG ? 2 : 1;
+    if (!isBetween || m_isFast || m_attributesLeft != 0 || m_open.size() < least || m_open.back().isPreserved)
+        return npos;
+    std::size_t at = 0;
+    Event const* event = m_parser.ahead(at);
+    if (event != nullptr && event->kind == Event::Kind::TEXT && isBlank(m_parser.textOf(*event)))
+        event = m_parser.ahead(++at);
+    bool const isIt = event != nullptr && event->kind == Event::Kind::START && !event->name->isInclude &&
+                      event->name->token.localName() == name.localName();
+    return isIt ? at : npos;
+}
+
+bool NyXmlStandardReader::Document::findLeaf(NyToken const& name, std::string_view& text)
+{
+    std::size_t const start = findStart(name);
+    Event const* const begin = m_parser.ahead(start);
+    Event const* const content = m_parser.ahead(start + 1);
+    Event const* const end = m_parser.ahead(start + 2);
+    if (begin == nullptr || end == nullptr || begin->size != 0 || begin->isEmpty || content->kind != Event::Kind::TEXT ||
+        end->kind != Event::Kind::END)
+        return false;
+    text = NyXmlMarkup::trimmed(m_parser.textOf(*content));
+    m_leafStart = start;
+    return !text.empty();
+}
+
+bool NyXmlStandardReader::Document::findLeaf(NyToken const& name, NyToken const* const* attributes, std::string_view* values,
+                                             std::size_t count)
+{
+    std::size_t const start = findStart(name);
+    Event const* const begin = m_parser.ahead(start);
+    if (begin == nullptr || !begin->isEmpty || begin->size != count)
+        return false;
+    Attribute const* const found = m_parser.attributesOf(*begin);
+    for (std::size_t i = 0; i != count; ++i) {
+        Name const& written = *found[i].name;
+        if (written.kind != Name::Kind::ORDINARY || written.written != attributes[i]->localName())
+            return false;
+        values[i] = found[i].value;
+    }
+    m_leafStart = start;
+    return true;
+}
+
+void NyXmlStandardReader::Document::beginLeaf()
+{
+    if (m_mode == NyXmlFileReader::XML_READER_EMPTY_TAG)
+        close();
+    leaveStartTag();
+    for (std::size_t i = 0; i != m_leafStart; ++i)
+        m_parser.pop();
+}
+
+void NyXmlStandardReader::Document::passTextLeaf()
+{
+    beginLeaf();
+    m_parser.pop();
+    m_content.assign(NyXmlMarkup::trimmed(m_parser.textOf(m_parser.peek())));
+    m_parser.pop();
+    m_line = m_parser.peek().line;
+    m_parser.pop();
+    dropAttributes();
+    m_mode = NyXmlFileReader::XML_READER_CONTENT;
+    m_isBehindLeafTag = false;
+}
+
+void NyXmlStandardReader::Document::passTagLeaf()
+{
+    beginLeaf();
+    open(m_parser.peek());
+    for (std::size_t i = 0; i != m_attributeCount; ++i)
+        m_first[i].isTaken = true;
+    m_nextAttribute = m_attributeCount;
+    m_attributesLeft = 0;
+    m_parser.pop();
+    m_mode = NyXmlFileReader::XML_READER_EMPTY_TAG;
+    m_isBehindLeafTag = true;
 }
 
 // Subtrees

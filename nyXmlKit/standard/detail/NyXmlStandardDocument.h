@@ -60,6 +60,20 @@ public:
     bool hasContent() const noexcept;
     void setVectorFlag(bool flag) noexcept { m_vectorFlag = flag; }
 
+    std::string_view contentView() const { return std::string_view(m_content).substr(m_contentStart); }
+    std::string_view takeContent()
+    {
+        std::string_view const text = contentView();
+        m_contentStart = m_content.size();
+        return text;
+    }
+
+    // Leaves that come next in the queue as a whole, past the events; passing one leaves all as behind its last event.
+    bool findLeaf(NyToken const& name, std::string_view& text);
+    bool findLeaf(NyToken const& name, NyToken const* const* attributes, std::string_view* values, std::size_t count);
+    void passTextLeaf();
+    void passTagLeaf();
+
     // Subtrees
     bool skip();
     std::string const& children();
@@ -114,6 +128,8 @@ private:
     void noteTextBeside(int line);
     void leaveStartTag() noexcept;
     void advance() noexcept;
+    std::size_t findStart(NyToken const& name) const;
+    void beginLeaf();
     void warn(std::string_view text, int line);
     bool beginFast();
     bool nextFast(bool wantsEnds = false);
@@ -146,6 +162,10 @@ private:
     bool m_vectorFlag = false;
     std::string m_value; ///< of attributes, words and fast paths
     std::string m_children;
+
+    // Leaves
+    std::size_t m_leafStart = 0;    ///< of the one that was found: how many events stand before it in the queue
+    bool m_isBehindLeafTag = false; ///< the last event is an empty tag that was taken as a leaf
 
     // Fast paths
     bool m_isFast = false;

@@ -64,6 +64,11 @@ public:
             fill();
         return m_events[m_next];
     }
+    /// An event behind the next one, null if it has not been parsed yet.
+    Event const* ahead(std::size_t count) const noexcept
+    {
+        return count < m_events.size() - m_next ? &m_events[m_next + count] : nullptr;
+    }
     void pop() noexcept
     {
         Event const& event = m_events[m_next++];
