@@ -27,10 +27,29 @@ cmake -S "$work" -B "$work/dark" -G Ninja -DCMAKE_PREFIX_PATH="$work/installed" 
 grep -qF 'dark.nyp is no plug-in without: extern "C" NYXML_EXPORT NyXmlCreator getCreator(int index)' <(tr -s ' \n' ' ' <"$work/log") ||
     fail "$(cat "$work/log")"
 
-# A member that is no object ends the compilation with a line that says what to do.
-printf '%s\n' '#include <nyXml/nyXml.h>' 'void f(NyXmlCompoundType& object, int& member) { object.registerComponent("name", &member); }' >"$work/wrong.cpp"
-! g++ -std=c++17 -fsyntax-only -I"$work/installed/include" "$work/wrong.cpp" >"$work/log" 2>&1 || fail "an int passes as an object"
-grep -q "wrap a plain one in NyXmlBasicType" "$work/log" || fail "$(cat "$work/log")"
+# What is wrong to write ends the compilation, and a line says what to do.
+refused() { # <what the line says> <declarations>
+    local compiler
+    printf '%s\n' '#include <nyXml/nyXml.h>' '#include <nyXmlKit/nyXmlKit.h>' \
+        'struct Bare : NyXmlCompoundType { void registerComponents() override {} };' \
+        'struct Dumb : NyXmlModel<Dumb> { static constexpr auto xmlName = "urn:a#dumb"; };' "$2" >"$work/wrong.cpp"
+    for compiler in g++ clang++; do
+        command -v $compiler >/dev/null || continue
+        ! $compiler -std=c++17 -fsyntax-only -I"$work/installed/include" "$work/wrong.cpp" >"$work/log" 2>&1 || fail "$compiler takes $2"
+        grep error "$work/log" | grep -qF "$1" || fail "$compiler: $2: $(cat "$work/log")"
+    done
+}
+model='struct Arm : NyXmlModel<Arm> { static constexpr auto xmlName = "urn:a#arm";'
+refused "wrap a plain one in NyXmlBasicType" 'void f(NyXmlCompoundType& object, int& member) { object.registerComponent("name", &member); }'
+refused "and no plain double" "$model double d; void registerComponents() override { element(\"d\", d); } }; Arm arm;"
+refused "make it an element" "$model NyXmlVector d; void registerComponents() override { attribute(\"d\", d); } }; Arm arm;"
+refused "a required member is always there" \
+    "$model NyXmlOptional<double> d; void registerComponents() override { requiredElement(\"d\", d); } }; Arm arm;"
+refused "a model class says its name" 'struct Arm : NyXmlModel<Arm> { void registerComponents() override {} }; Arm arm;'
+for member in 'NyXmlVectorType<Bare>' 'NyXmlListType<Bare>' 'NyXmlMapType<NyXmlBasicType<int>, Bare>' 'NyXmlPairType<Bare, Bare>' \
+    'NyXmlRepeated<Dumb>' 'NyXmlOptional<Bare>' 'NyXmlOwned<Bare>' 'NyXmlShared<Dumb>' 'NyXmlManyOf<NyXmlObject, Dumb>'; do
+    refused "class lacks an override" "$member member;"
+done
 
 export PKG_CONFIG_PATH
 PKG_CONFIG_PATH=$(dirname "$(find "$work/installed" -name nyXml.pc)")

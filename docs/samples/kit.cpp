@@ -25,8 +25,7 @@ public:
     static constexpr auto xmlName = "urn:demo/tracks#point";
     void registerComponents() override
     {
-        attribute("lat", lat);
-        attribute("lon", lon);
+        requiredAttributes("lat", lat, "lon", lon); // missed if a document lacks them
         element("name", name);
     }
     NyXmlBasicType<double> lat, lon;

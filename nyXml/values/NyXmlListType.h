@@ -6,6 +6,7 @@
 #include <nyXml/platform/NyXmlExport.h>
 #include <nyXml/values/NyXmlBasicType.h>
 #include <nyXml/values/NyXmlVector.h>
+#include <nyXml/values/detail/NyXmlItemClass.h>
 #include <nyXml/values/detail/NyXmlItemCopies.h>
 #include <nyXml/values/detail/NyXmlItems.h>
 
@@ -25,7 +26,7 @@ public:
     NyXmlListType& operator=(NyXmlListType const&) = default;
 
     // NyXmlObject
-    ~NyXmlListType() override = default;
+    ~NyXmlListType() override { static_assert(NyXmlItems::WholeClass<E>::value); }
     [[nodiscard]] NyXmlObject* clone() const override { return new NyXmlListType(*this); }
 
     /// Replaces the items. A size that differs from the items read is reported with print type 3 and forgiven.

@@ -10,6 +10,7 @@
 #include <nyXml/values/NyXmlSetType.h>
 #include <nyXml/values/NyXmlVectorBasicType.h>
 #include <nyXml/values/detail/NyXmlEntries.h>
+#include <nyXml/values/detail/NyXmlItemClass.h>
 #include <nyXml/values/detail/NyXmlTextValue.h>
 
 #include <iterator>
@@ -32,7 +33,7 @@ public:
     NyXmlMapType& operator=(NyXmlMapType const&) = default;
 
     // NyXmlObject
-    ~NyXmlMapType() override = default;
+    ~NyXmlMapType() override { static_assert(NyXmlItems::WholeClass<K>::value && NyXmlItems::WholeClass<V>::value); }
     void accept(NyXmlObjectVisitor* visitor) const override { visitor->visit(this); }
     [[nodiscard]] NyXmlObject* clone() const override { return new NyXmlMapType(*this); }
 

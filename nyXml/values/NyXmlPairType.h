@@ -8,6 +8,7 @@
 #include <nyXml/values/NyXmlBasicType.h>
 #include <nyXml/values/NyXmlVector.h>
 #include <nyXml/values/detail/NyXmlEntries.h>
+#include <nyXml/values/detail/NyXmlItemClass.h>
 
 #include <string>
 #include <utility>
@@ -17,6 +18,8 @@
 /// \tparam A, B  NyXmlObjects with `==`. Compiled into the library for those at the end of this header.
 template <class A, class B>
 class NYXML_EXPORT NyXmlPairType : public NyXmlObject {
+    static_assert(NyXmlItems::WholeClass<A>::value && NyXmlItems::WholeClass<B>::value);
+
 public:
     NyXmlPairType() = default;
     /// A copy keeps the names of the tags.

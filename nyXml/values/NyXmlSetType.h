@@ -5,6 +5,7 @@
 #include <nyXml/core/NyXmlObject.h>
 #include <nyXml/platform/NyXmlExport.h>
 #include <nyXml/values/NyXmlBasicType.h>
+#include <nyXml/values/detail/NyXmlItemClass.h>
 #include <nyXml/values/detail/NyXmlItemCopies.h>
 #include <nyXml/values/detail/NyXmlItems.h>
 
@@ -23,7 +24,7 @@ public:
     NyXmlSetType& operator=(NyXmlSetType const&) = default;
 
     // NyXmlObject
-    ~NyXmlSetType() override = default;
+    ~NyXmlSetType() override { static_assert(NyXmlItems::WholeClass<E>::value); }
     [[nodiscard]] NyXmlObject* clone() const override { return new NyXmlSetType(*this); }
 
     /// Replaces the items. A size that differs from the items read, those counted that were present already, is reported with print

@@ -11,6 +11,7 @@
 #include <nyXml/values/NyXmlVector.h>
 #include <nyXml/values/NyXmlVectorBasicType.h>
 #include <nyXml/values/NyXmlVectorVector.h>
+#include <nyXml/values/detail/NyXmlItemClass.h>
 #include <nyXml/values/detail/NyXmlItemVector.h>
 #include <nyXml/values/detail/NyXmlItems.h>
 #include <nyXml/values/detail/NyXmlLeaf.h>
@@ -50,7 +51,7 @@ public:
     NyXmlVectorType(NyXmlVectorType&& other) noexcept : NyXmlObject(other), m_theVector(std::move(other.m_theVector)) {}
 
     // NyXmlObject
-    ~NyXmlVectorType() override = default;
+    ~NyXmlVectorType() override { static_assert(NyXmlItems::WholeClass<E>::value); }
     void accept(NyXmlObjectVisitor* visitor) const override { visitor->visit(this); }
     [[nodiscard]] NyXmlObject* clone() const override { return new NyXmlVectorType(*this); }
     /// \return false for a fault of the document's structure only; what was read before it is kept
@@ -180,7 +181,6 @@ private:
 template <class E>
 bool NyXmlVectorType<E>::read(NyXmlReader& reader)
 {
-    static_assert(std::is_base_of_v<NyXmlObject, E>, "the items of a NyXmlVectorType derive from NyXmlObject");
     if (!NyXmlObject::read(reader))
         return false;
     m_theVector.clear(); // what we held is gone even if the read fails

@@ -15,7 +15,7 @@ struct NYXML_EXPORT NyXmlFault {
         BEHIND_ROOT,     ///< something stands behind the root
         UNREAD,          ///< strict: the object left its element before the end
         UNKNOWN_MEMBER,  ///< an element or attribute that nobody answers to
-        MISSING_MEMBER,  ///< strict
+        MISSING_MEMBER,  ///< a required member of a model class; strict: any member
         REPEATED_MEMBER, ///< strict
         BAD_TEXT,        ///< strict: a text that is not one of its type
         WRONG_SIZE,      ///< a `size` that is not the number of items

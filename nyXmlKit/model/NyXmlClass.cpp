@@ -55,6 +55,8 @@ NyXmlClass::~NyXmlClass()
 {
     delete m_theMembers.load();
     delete m_theVersioned.load();
+    for (RequiredName const* name = m_theRequired.load(); name != nullptr;)
+        delete std::exchange(name, name->next);
 }
 
 NyXmlObject& NyXmlClass::object(NyXmlCompoundType const& compound, Member const& member) noexcept
@@ -113,6 +115,33 @@ std::vector<NyXmlClass::Versioned> const& NyXmlClass::versioned() const noexcept
     static std::vector<Versioned> const none;
     std::vector<Versioned> const* const published = m_theVersioned.load(std::memory_order_acquire);
     return published == nullptr ? none : *published;
+}
+
+bool NyXmlClass::isRequired(bool isAttribute, std::string const& localName) const noexcept
+{
+    auto const isIt = [&](auto const& member, std::string const& name) {
+        return member.isAttribute == isAttribute && name == localName;
+    };
+    if (Members const* const known = members()) {
+        auto const& list = isAttribute ? known->attributes : known->elements;
+        return std::any_of(list.begin(), list.end(),
+                           [&](Member const& member) { return member.isRequired && isIt(member, member.token.localName()); });
+    }
+    RequiredName const* name = m_theRequired.load(std::memory_order_acquire);
+    while (name != nullptr && !isIt(*name, name->name))
+        name = name->next;
+    return name != nullptr;
+}
+
+void NyXmlClass::addRequired(bool isAttribute, std::string const& localName) const
+{
+    RequiredName const* first = m_theRequired.load(std::memory_order_acquire);
+    for (RequiredName const* name = first; name != nullptr; name = name->next)
+        if (name->isAttribute == isAttribute && name->name == localName)
+            return;
+    auto added = std::make_unique<RequiredName>(RequiredName{ isAttribute, localName, first });
+    while (!m_theRequired.compare_exchange_weak(added->next, added.get(), std::memory_order_acq_rel)) {}
+    added.release(); // ours from here
 }
 
 bool NyXmlClass::isInside(NyXmlCompoundType const& compound, std::ptrdiff_t distance) const noexcept

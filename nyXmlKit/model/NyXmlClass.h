@@ -49,6 +49,7 @@ public:
         char const* scope;         ///< whose short name it is, or null for one that was registered by its token
         char const* name;          ///< that short name, a literal
         std::ptrdiff_t occurrence; ///< from the compound to the member's NyXmlOccurrence, or noOccurrence
+        bool isRequired = false;   ///< must stand in every document
     };
     static constexpr std::ptrdiff_t noOccurrence = PTRDIFF_MIN;
 
@@ -70,6 +71,8 @@ public:
         std::string name;
         NyXmlVersions versions;
         ReadOld read; ///< empty for what nobody wants any more
+        bool isRequired = false;
+        std::ptrdiff_t distance = 0; ///< of a required one, as in Member
     };
 
     /// \param size     of an object, in bytes
@@ -100,6 +103,11 @@ public:
     }
     bool isVarying() const noexcept { return m_isVarying.load(std::memory_order_relaxed); }
 
+    /// Whether a member is required. Of a varying class: in any of its objects so far.
+    bool isRequired(bool isAttribute, std::string const& localName) const noexcept;
+    /// Whether any has been.
+    bool hasRequired() const noexcept { return m_theRequired.load(std::memory_order_acquire) != nullptr; }
+
     /// The member of an object of this class.
     static NyXmlObject& object(NyXmlCompoundType const& compound, Member const& member) noexcept;
     /// The same as what may be absent; null if it may not.
@@ -109,8 +117,16 @@ private:
     friend class NyXmlRegistrar;
     void publish(NyXmlCompoundType const& compound, std::vector<Member> registered) const;
     void publish(std::vector<Versioned> versioned) const;
+    void addRequired(bool isAttribute, std::string const& localName) const;
     bool isInside(NyXmlCompoundType const& compound, std::ptrdiff_t distance) const noexcept;
     void setVarying() const noexcept { m_isVarying.store(true, std::memory_order_relaxed); }
+
+    /// A list that only grows, since others may be looking at it.
+    struct RequiredName {
+        bool isAttribute;
+        std::string name;
+        RequiredName const* next;
+    };
 
     std::type_info const& m_theType;
     NyXmlOrder m_theOrder;
@@ -118,6 +134,7 @@ private:
     unsigned int m_theVersion;
     mutable std::atomic<Members const*> m_theMembers{ nullptr };                  ///< ours
     mutable std::atomic<std::vector<Versioned> const*> m_theVersioned{ nullptr }; ///< ours
+    mutable std::atomic<RequiredName const*> m_theRequired{ nullptr };            ///< ours, to its end
     mutable std::atomic<bool> m_isVarying{ false };
 };
 

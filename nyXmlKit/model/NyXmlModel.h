@@ -11,6 +11,8 @@
 #include <type_traits>
 #include <typeinfo>
 
+class NyXmlVersioned;
+
 /// What NyXmlModel adds to a base, once for each base. Not for applications. Its names have a prefix where an application's members could
 /// be called alike.
 template <class Base>
@@ -29,13 +31,20 @@ public:
     bool read(NyXmlReader& theReader) override
     {
         NyXmlSharing::Scope const theScope;
-        NyXmlModelWork::forgetOccurrences(*this, this->xmlClass());
-        return Base::read(theReader);
+        NyXmlModelWork::forget(*this, this->xmlClass());
+        bool const theResult = Base::read(theReader);
+        if constexpr (!std::is_base_of_v<NyXmlVersioned, Base>) // which knows the version
+            if (theResult && this->xmlClass().hasRequired())
+                NyXmlModelWork::reportMissing(*this, this->xmlClass(), theReader);
+        return theResult;
     }
     bool write(NyXmlWriter& theWriter) const override
     {
         NyXmlSharing::Scope const theScope;
-        return Base::write(theWriter);
+        if constexpr (isOfCompound(&Base::write))
+            return NyXmlModelWork::write(*this, this->xmlClass(), theWriter);
+        else
+            return Base::write(theWriter);
     }
     /// False for an object of another class, of a derived one too.
     bool equality(NyXmlObject const* theOther) const override
@@ -53,7 +62,7 @@ public:
     bool writeAttributes(NyXmlWriter& theWriter) const override
     {
         bool const theResult = NyXmlObject::write(theWriter);
-        if (NyXmlModelWork::writesAsCore(*this, this->xmlClass()))
+        if (NyXmlModelWork::writesAsCore(*this, this->xmlClass(), theWriter))
             return Base::writeAttributes(theWriter);
         NyXmlModelWork::writeAttributes(*this, this->xmlClass(), theWriter,
                                         [](NyXmlCompoundType const& theSelf, NyToken const& theToken) {
@@ -63,7 +72,7 @@ public:
     }
     bool writeElements(NyXmlWriter& theWriter) const override
     {
-        if (NyXmlModelWork::writesAsCore(*this, this->xmlClass()))
+        if (NyXmlModelWork::writesAsCore(*this, this->xmlClass(), theWriter))
             return Base::writeElements(theWriter);
         NyXmlModelWork::writeElements(*this, this->xmlClass(), theWriter,
                                       [](NyXmlCompoundType const& theSelf, NyToken const& theToken) {
@@ -73,7 +82,7 @@ public:
     }
     bool writeSchemaElements(NyXmlSchema& theSchema) const override
     {
-        if (NyXmlModelWork::writesAsCore(*this, this->xmlClass()) || !this->hasChildren())
+        if (NyXmlModelWork::describesAsCore(*this, this->xmlClass()) || !this->hasChildren())
             return Base::writeSchemaElements(theSchema);
         NyXmlModelWork::writeSchemaElements(*this, this->xmlClass(), theSchema);
         return true;
@@ -97,6 +106,13 @@ public:
     {
         NyXmlRegistrar::note(*this, *this, true, true, theToken, theObject);
         Base::registerAttributeComponentReadOnly(theToken, theObject);
+    }
+
+private:
+    template <class Class>
+    static constexpr bool isOfCompound(bool (Class::*)(NyXmlWriter&) const)
+    {
+        return std::is_same_v<Class, NyXmlCompoundType>;
     }
 };
 
@@ -123,6 +139,8 @@ extern template class NyXmlModelOver<NyXmlCompoundType>;
 /// Registrations are the core's; the short forms beside them put an element into the namespace of the class and an attribute into none.
 /// A name with a `#` of its own is taken whole. Members that may be absent, stand there several times or are chosen by the document are
 /// those of the headers beside this one.
+///
+/// A member may be missing in a document, unless it is registered as required: `requiredElement("mass", mass)`.
 ///
 /// A derived class says so: `class Welder : public NyXmlModel<Welder, Robot>`. What Robot registers is registered ahead of its own,
 /// compared and written with it; Welder says only what it adds. A class that gets a base later reads its older documents, since
@@ -166,6 +184,7 @@ public:
     NyToken const& token() const override { return classToken(); }
     static NyToken const& classToken()
     {
+        static_assert(hasOwnName(), "a model class says its name: static constexpr auto xmlName = \"namespace#name\";");
         static NyToken const theToken(Self::xmlName);
         return theToken;
     }
@@ -173,7 +192,6 @@ public:
     NyXmlClass const& xmlClass() const override
     {
         static_assert(std::is_base_of_v<NyXmlModel, Self>, "NyXmlModel<Self> is the base of class Self itself");
-        static_assert(hasOwnName(), "a model class says its name: static constexpr auto xmlName = \"namespace#name\";");
         static NyXmlClass const theClass(typeid(Self), orderOf<Self>(0), sizeof(Self), versionOf<Self>(0));
         return theClass;
     }
@@ -198,17 +216,32 @@ protected:
     {
         static_assert(std::is_base_of_v<NyXmlObject, Member>,
                       "an element is an object: NyXmlBasicType<double>, say, and no plain double");
-        NyXmlRegistrar::enter(*this, false, Self::xmlName, theName, &theMember);
+        NyXmlRegistrar::enter(*this, nullptr, false, Self::xmlName, theName, &theMember);
     }
     /// The member answers to the attribute of this name.
     template <std::size_t length, class Member>
     void attribute(char const (&theName)[length], Member& theMember)
     {
-        static_assert(std::is_base_of_v<NyXmlObject, Member>,
-                      "an attribute is an object: NyXmlBasicType<double>, say, and no plain double");
-        static_assert(hasAttributeForm(&Member::readAttribute),
-                      "an attribute is one text, which this class is not: make it an element");
-        NyXmlRegistrar::enter(*this, true, Self::xmlName, theName, &theMember);
+        checkAttribute<Member>();
+        NyXmlRegistrar::enter(*this, nullptr, true, Self::xmlName, theName, &theMember);
+    }
+
+    // The same for members that must be there. Every document has them, also if they equal their default and defaults are left out. One
+    // that lacks them is reported (print type 4) and read as far as it goes; the exact schema refuses it. A required NyXmlRepeated has an
+    // item at least. Vectors, orientations and paths don't know whether they were read: that one is missing, strict reading says.
+
+    template <std::size_t length, class Member>
+    void requiredElement(char const (&theName)[length], Member& theMember)
+    {
+        checkRequired<Member>();
+        NyXmlRegistrar::enter(*this, &this->xmlClass(), false, Self::xmlName, theName, &theMember);
+    }
+    template <std::size_t length, class Member>
+    void requiredAttribute(char const (&theName)[length], Member& theMember)
+    {
+        checkRequired<Member>();
+        checkAttribute<Member>();
+        NyXmlRegistrar::enter(*this, &this->xmlClass(), true, Self::xmlName, theName, &theMember);
     }
 
     template <std::size_t length, class Member>
@@ -231,19 +264,45 @@ protected:
         if constexpr (sizeof...(more) > 0)
             attributes(more...);
     }
+    template <std::size_t length, class Member, class... More>
+    void requiredElements(char const (&theName)[length], Member& theMember, More&&... more)
+    {
+        requiredElement(theName, theMember);
+        if constexpr (sizeof...(more) > 0)
+            requiredElements(more...);
+    }
+    template <std::size_t length, class Member, class... More>
+    void requiredAttributes(char const (&theName)[length], Member& theMember, More&&... more)
+    {
+        requiredAttribute(theName, theMember);
+        if constexpr (sizeof...(more) > 0)
+            requiredAttributes(more...);
+    }
 
     // For classes over NyXmlVersioned: registrations that hold in some versions of the document. `since(2)`, `until(3)`, `between(2, 3)`.
 
     template <std::size_t length, class Member>
     void element(char const (&theName)[length], Member& theMember, NyXmlVersions theVersions)
     {
-        if (enterVersioned(false, theName, theMember, theVersions))
+        if (enterVersioned(false, false, theName, theMember, theVersions))
             element(theName, theMember);
+    }
+    template <std::size_t length, class Member>
+    void requiredElement(char const (&theName)[length], Member& theMember, NyXmlVersions theVersions)
+    {
+        if (enterVersioned(true, false, theName, theMember, theVersions))
+            requiredElement(theName, theMember);
+    }
+    template <std::size_t length, class Member>
+    void requiredAttribute(char const (&theName)[length], Member& theMember, NyXmlVersions theVersions)
+    {
+        if (enterVersioned(true, true, theName, theMember, theVersions))
+            requiredAttribute(theName, theMember);
     }
     template <std::size_t length, class Member>
     void attribute(char const (&theName)[length], Member& theMember, NyXmlVersions theVersions)
     {
-        if (enterVersioned(true, theName, theMember, theVersions))
+        if (enterVersioned(false, true, theName, theMember, theVersions))
             attribute(theName, theMember);
     }
     /// A name of older documents that means nothing any more: passed over in silence.
@@ -269,11 +328,36 @@ protected:
 
 private:
     template <class Member>
-    bool enterVersioned(bool isAttribute, char const* theName, Member& theMember, NyXmlVersions theVersions)
+    static constexpr void checkAttribute()
+    {
+        static_assert(std::is_base_of_v<NyXmlObject, Member>,
+                      "an attribute is an object: NyXmlBasicType<double>, say, and no plain double");
+        static_assert(hasAttributeForm(&Member::readAttribute),
+                      "an attribute is one text, which this class is not: make it an element");
+    }
+    template <class Member>
+    static constexpr void checkRequired()
     {
         static_assert(std::is_base_of_v<NyXmlObject, Member>,
                       "a member is an object: NyXmlBasicType<double>, say, and no plain double");
-        return NyXmlRegistrar::enterVersioned(*this, this->xmlClass(), isAttribute, theName, theVersions, &theMember);
+        static_assert(!isOptional<Member>(0), "a required member is always there: make it a plain one and no NyXmlOptional");
+    }
+    template <class Member>
+    bool enterVersioned(bool isRequired, bool isAttribute, char const* theName, Member& theMember, NyXmlVersions theVersions)
+    {
+        static_assert(std::is_base_of_v<NyXmlObject, Member>,
+                      "a member is an object: NyXmlBasicType<double>, say, and no plain double");
+        return NyXmlRegistrar::enterVersioned(*this, this->xmlClass(), isRequired, isAttribute, theName, theVersions, &theMember);
+    }
+    template <class Member>
+    static constexpr auto isOptional(int) -> decltype(Member::isOptional)
+    {
+        return Member::isOptional;
+    }
+    template <class>
+    static constexpr bool isOptional(long)
+    {
+        return false;
     }
     template <class Old>
     static NyXmlClass::ReadOld readOld(void (*theLift)(Self& self, Old const& old))

@@ -31,4 +31,14 @@ struct NyXmlObjectOf<NyNonNegReal> {
     using Type = NyXmlBasicType<NyNonNegReal>;
 };
 
+/// Says in one line what a class lacks that is to be a member. For places where it is complete.
+template <class Object>
+struct NyXmlWholeClass {
+    static_assert(std::is_base_of_v<NyXmlObject, Object>, "a member's class derives from NyXmlObject, or is a plain value");
+    static_assert(!std::is_abstract_v<Object>,
+                  "a member's class lacks an override: of registerComponents() in a model class, and of "
+                  "clone(), newObject() and token() as well in a compound by hand");
+    static constexpr bool value = true;
+};
+
 #endif

@@ -71,6 +71,10 @@ private:
 /// \tparam Storage  where the object lives; NyXmlOwned is the form with a pointer
 template <class T, class Storage = std::optional<typename NyXmlObjectOf<T>::Type>>
 class NYXML_EXPORT NyXmlOptional : public NyXmlObject, public NyXmlOccurrence {
+    static_assert(
+        std::disjunction_v<std::is_same<Storage, NyXmlBox<typename NyXmlObjectOf<T>::Type>>, // that one need not be complete
+                           NyXmlWholeClass<typename NyXmlObjectOf<T>::Type>>);
+
     // In this order: copies of an optional ask nothing of an object that is incomplete yet.
     template <template <class...> class Trait, class Target, class Value>
     static constexpr bool takes =
@@ -78,8 +82,9 @@ class NYXML_EXPORT NyXmlOptional : public NyXmlObject, public NyXmlOccurrence {
 
 public:
     using Object = typename NyXmlObjectOf<T>::Type;
+    static constexpr bool isOptional = true; ///< NyXmlModel refuses to require it
 
-    NyXmlOptional() = default;
+    NyXmlOptional() { static_assert(NyXmlWholeClass<Object>::value); }
     template <class Value, class = std::enable_if_t<takes<std::is_constructible, Object, Value>>>
     NyXmlOptional(Value const& value) // implicit, as values are
     {

@@ -4,6 +4,7 @@
 #include <nyXml/compound/NyXmlBaseVariableCompoundType.h>
 #include <nyXml/compound/NyXmlFactory.h>
 #include <nyXmlKit/model/NyXmlMemberKind.h>
+#include <nyXmlKit/model/NyXmlObjectOf.h>
 
 #include <cstddef>
 #include <map>
@@ -122,6 +123,7 @@ public:
     {
         static_assert((std::is_base_of_v<Base, Classes> && ...),
                       "the classes to choose from derive from the base that was named");
+        static_assert((NyXmlWholeClass<Classes>::value && ...));
         (registerComponentCreator(Classes().token(), []() -> NyXmlObject* { return new Classes; }), ...);
     }
     bool operator==(Self const& other) const { return equality(&other); }

@@ -34,6 +34,8 @@ class NYXML_EXPORT NyXmlRepeated : public NyXmlObject, public NyXmlOccurrence {
 public:
     using Object = typename NyXmlObjectOf<T>::Type;
 
+    NyXmlRepeated() { static_assert(NyXmlWholeClass<Object>::value); }
+
     std::vector<Object> const& items() const noexcept { return m_theItems; }
     std::vector<Object>& items() noexcept { return m_theItems; }
 

@@ -34,7 +34,7 @@ class NYXML_EXPORT NyXmlShared : public NyXmlObject, public NyXmlOccurrence {
 public:
     using Object = typename NyXmlObjectOf<T>::Type;
 
-    NyXmlShared() = default;
+    NyXmlShared() { static_assert(NyXmlWholeClass<Object>::value); }
     NyXmlShared(std::shared_ptr<Object> object) : m_theObject(std::move(object)) {}
 
     std::shared_ptr<Object> const& pointer() const noexcept { return m_theObject; }
@@ -98,7 +98,7 @@ public:
     // NyXmlMemberKind
     unsigned int minOccurs() const override { return 0; }
     std::unique_ptr<NyXmlObject> newItem() const override { return std::make_unique<Object>(); }
-    std::vector<std::string> ownAttributes() const override { return { "sharedId", "sharedRef" }; }
+    std::vector<std::string> ownAttributes() const override { return { NyXmlSharing::numberName, NyXmlSharing::referenceName }; }
 
     // NyXmlOccurrence
     bool isAbsent() const override { return isInUse && !m_theObject; }

@@ -4,6 +4,7 @@
 #include <nyXml/reader/NyXmlReader.h>
 #include <nyXml/schema/NyXmlSchema.h>
 #include <nyXml/writer/NyXmlWriter.h>
+#include <nyXmlKit/model/detail/NyXmlRegistrar.h>
 
 #include <charconv>
 #include <string>
@@ -91,6 +92,8 @@ bool NyXmlVersioned::read(NyXmlReader& reader)
         }
     }
     bool const result = NyXmlCompoundType::read(reader);
+    if (result && ofClass().hasRequired())
+        NyXmlModelWork::reportMissing(*this, ofClass(), reader, theVersions.ofDocument);
     if (theVersions.ofDocument < theVersions.ofClass)
         lift(theVersions.ofDocument);
     return result;
@@ -103,7 +106,7 @@ bool NyXmlVersioned::write(NyXmlWriter& writer) const
         writer.setAttributeName(versionToken());
         writer << version;
     }
-    return NyXmlCompoundType::write(writer);
+    return NyXmlModelWork::write(*this, ofClass(), writer);
 }
 
 bool NyXmlVersioned::writeSchemaAttributes(NyXmlSchema& schema) const

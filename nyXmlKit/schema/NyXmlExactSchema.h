@@ -23,7 +23,7 @@ class NyXmlObject;
 /// enumerations have the words of the object's table. Sets and lists, binary and embedded strings are described as they are written. What
 /// is chosen by the document may carry a `library`. Elements stand in the order in which they are written, or in any order where the class
 /// derives from NyXmlAnyOrder. All are optional, since reading asks for none; only the parts of a vector, an orientation and a map's
-/// entry are required, and what a class of the model says to be. Every element may be nil.
+/// entry are required, and what a class of the model registers as required. Every element may be nil.
 ///
 /// Types go by what an object of the name holds, not by its class alone: classes and objects that share a name get types of their own
 /// (`joint.Type`, `joint.Type_1`), and what is alike shares one. Where createSchema() is right already the types are the same, by name

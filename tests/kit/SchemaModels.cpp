@@ -1,6 +1,9 @@
 #include "SchemaModels.h"
 
 #include <nyXml/nyXml.h>
+#include <nyXmlKit/model/NyXmlModel.h>
+#include <nyXmlKit/model/NyXmlOptional.h>
+#include <nyXmlKit/model/NyXmlRepeated.h>
 
 #include <algorithm>
 #include <limits>
@@ -193,6 +196,70 @@ public:
 };
 void set(Gait& value, Dice& dice) { value.setValue(static_cast<int>(dice.below(3))); }
 
+// A class of the kit's model. Each bit says whether one member is required, as its name tells.
+template <unsigned int Bits>
+class Chosen : public NyXmlModel<Chosen<Bits>> {
+public:
+    static constexpr auto xmlName = "urn:demo/shapes#chosen";
+    Chosen()
+    {
+        if ((Bits & 16) != 0)
+            numbers.append() = 7; // one at least
+    }
+    void registerComponents() override
+    {
+        if constexpr ((Bits & 1) != 0)
+            this->requiredAttribute("reqA", a);
+        else
+            this->attribute("optA", a);
+        if constexpr ((Bits & 2) != 0)
+            this->requiredElement("reqB", b);
+        else
+            this->element("optB", b);
+        if constexpr ((Bits & 4) != 0)
+            this->requiredElement("reqC", c);
+        else
+            this->element("optC", c);
+        if constexpr ((Bits & 8) != 0)
+            this->requiredElement("urn:demo/parts#reqD", d);
+        else
+            this->element("urn:demo/parts#optD", d);
+        if constexpr ((Bits & 16) != 0)
+            this->requiredElement("reqE", numbers);
+        else
+            this->element("optE", numbers);
+        this->element("more", more);
+    }
+    B<int> a;
+    B<double> b;
+    S c;
+    VB<int> d;
+    NyXmlRepeated<int> numbers;
+    NyXmlOwned<Chosen> more;
+};
+
+template <unsigned int Bits>
+void fillChosen(Chosen<Bits>& chosen, Dice& dice, unsigned int depth)
+{
+    set(chosen.a, dice);
+    if (dice.chance(60))
+        set(chosen.b, dice);
+    if (dice.chance(60))
+        set(chosen.c, dice);
+    if (dice.chance(60))
+        set(chosen.d, dice);
+    if (dice.chance(60))
+        chosen.numbers.append() = static_cast<int>(dice.bits());
+    if (depth > 0 && dice.chance(50))
+        fillChosen(chosen.more.make(), dice, depth - 1);
+}
+
+template <unsigned int Bits>
+Member chosen()
+{
+    return member<Chosen<Bits>>([] { return std::make_unique<Chosen<Bits>>(); }, fillChosen<Bits>);
+}
+
 } // namespace
 
 SampleModel::SampleModel(ModelKind const& kind, unsigned int seed) : m_kind(kind), m_dice(seed)
@@ -331,6 +398,10 @@ Member SampleModel::container()
 
 Member SampleModel::ofClasses(unsigned int nesting)
 {
+    if (m_dice.chance(25)) {
+        Member const kinds[] = { chosen<0>(), chosen<3>(), chosen<12>(), chosen<21>(), chosen<26>(), chosen<31>() };
+        return kinds[m_dice.below(std::size(kinds))];
+    }
     if (m_kind.hasChoices && m_dice.chance(40)) {
         return member<SampleChoice>([] { return std::make_unique<SampleChoice>(); },
                                     [](SampleChoice& object, Dice& dice, unsigned int depth) { object.fill(dice, depth); });

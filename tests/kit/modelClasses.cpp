@@ -170,6 +170,99 @@ TEST(Model, DerivedClassesHaveWhatTheirBasesHave)
     EXPECT_EQ(lineOf(nothing), R"(<v id="1"><z>3</z></v>)");
 }
 
+// --- required members ------------------------------------------------------------------------------------------------------------
+
+class Bolt : public NyXmlModel<Bolt> {
+public:
+    static constexpr auto xmlName = "urn:t#bolt";
+    void registerComponents() override
+    {
+        requiredAttributes("id", id, "kind", kind);
+        requiredElements("length", length, "note", note);
+        requiredElement("hole", holes);
+        element("spare", spare);
+    }
+    NyXmlBasicType<int> id, length, spare;
+    NyXmlBasicType<std::string> kind, note;
+    NyXmlRepeated<int> holes;
+};
+class Screw : public NyXmlModel<Screw, Bolt> { // asks for more, and for less
+public:
+    static constexpr auto xmlName = "urn:t#screw";
+    void registerComponents() override
+    {
+        requiredElement("bolt", bolt);
+        element("note", note);
+    }
+    Bolt bolt;
+};
+class Bolts : public NyXmlModel<Bolts> {
+public:
+    static constexpr auto xmlName = "urn:t#bolts";
+    void registerComponents() override { elements("item", items, "last", last); }
+    NyXmlRepeated<Bolt> items;
+    Bolt last;
+};
+
+// The names of what a reading missed.
+std::string missedBy(NyXmlObject& object, std::string const& document)
+{
+    Messages messages;
+    EXPECT_TRUE(readValue(object, document));
+    std::string const said = messages.take(), sentence = "\n\tRequired member is missing: ";
+    std::string names;
+    for (std::size_t at = 0; (at = said.find(sentence, at)) != std::string::npos;) {
+        at += sentence.size();
+        names += (names.empty() ? "" : ", ") + said.substr(at, said.find('\n', at) - at - 1);
+    }
+    return names;
+}
+
+TEST(Model, RequiredMembersAreMissed)
+{
+    std::string const whole = "<v id='1' kind='k'><length>2</length><note/><hole>3</hole></v>";
+    Bolt bolt;
+    for (int pass = 0; pass < 2; ++pass) { // the second time they have been read before
+        EXPECT_EQ(missedBy(bolt, whole), "");
+        EXPECT_EQ(missedBy(bolt, "<v kind='k'><note/><spare>1</spare></v>"),
+                  "attribute \"id\" of \"bolt\", element \"hole\" of \"bolt\", element \"length\" of \"bolt\"");
+        EXPECT_EQ(bolt.id, 1); // as every member that is not there
+    }
+    Bolt copy(bolt);
+    EXPECT_EQ(missedBy(copy, "<v kind='' id='1'><length>2</length><hole/></v>"), "element \"note\" of \"bolt\"");
+
+    Screw screw;
+    EXPECT_EQ(missedBy(screw, "<v id='1' kind=''><length>2</length><hole/><bolt/></v>"),
+              "attribute \"id\" of \"bolt\", attribute \"kind\" of \"bolt\", element \"hole\" of \"bolt\", "
+              "element \"length\" of \"bolt\", element \"note\" of \"bolt\"");
+    Bolts bolts;
+    EXPECT_EQ(missedBy(bolts, "<v><item id='1' kind=''><length/><note/><hole/></item><item id='1'/></v>"),
+              "attribute \"kind\" of \"bolt\", element \"hole\" of \"bolt\", element \"length\" of \"bolt\", "
+              "element \"note\" of \"bolt\"");
+
+    Messages messages;
+    readValue(bolt, "<v id='1' kind='k'>\n<length>2</length><note/></v>");
+    EXPECT_EQ(messages.take(),
+              "NyXmlModel Error: file not valid.\n\tRequired member is missing: element \"hole\" of \"bolt\".\n\t"
+              "File: in.xml\n\tLine: 2\n");
+}
+
+TEST(Model, RequiredMembersAreWrittenWithDefaultsLeftOut)
+{
+    EXPECT_EQ(lineOf(Bolt(), false), R"(<v id="0" kind=""><length>0</length><note></note><spare>0</spare></v>)");
+    Screw screw;
+    EXPECT_EQ(lineOf(screw, false),
+              R"(<v id="0" kind=""><bolt id="0" kind=""><length>0</length><note></note><spare>0</spare></bolt>)"
+              R"(<length>0</length><spare>0</spare></v>)");
+    screw.holes.append(7);
+    EXPECT_EQ(lineOf(screw, true).find("<hole>7</hole>") == std::string::npos, false);
+    // Whoever need not have it leaves it out.
+    EXPECT_EQ(lineOf(Bolts(), false), R"(<v xsi:nil="true"/>)");
+    Bolts bolts;
+    bolts.items.append();
+    EXPECT_EQ(lineOf(bolts, false), R"(<v><item id="0" kind=""><length>0</length><note></note><spare>0</spare></item></v>)");
+}
+
 // --- what the core allows, and slips -----------------------------------------------------------------------------------------------
 
 // Its objects register what they please, and members that lie elsewhere.
@@ -179,7 +272,7 @@ public:
     explicit Varying(int which = 0) : kind(which) {}
     void registerComponents() override
     {
-        element("a", a);
+        requiredElement("a", a);
         if (kind == 1)
             registerComponent("urn:t#b", b.get());
         if (kind == 2)
@@ -202,8 +295,11 @@ TEST(Model, ObjectsOfOneClassMayDiffer)
         EXPECT_FALSE(object == same) << first;
         EXPECT_EQ(lineOf(object), first == 1 ? "<v><a>0</a><b>5</b></v>" : "<v><a>0</a></v>");
     }
+    Varying without;
+    EXPECT_EQ(missedBy(without, "<v/>"), "element \"a\" of \"varying\"");
+    EXPECT_EQ(lineOf(without, false), "<v><a>0</a></v>");
     Varying late, fresh;
-    readValue(late, "<v/>");
+    readValue(late, "<v><a>0</a></v>");
     late.registerComponent("urn:t#late", &late.c);
     late.c.append() = 3;
     EXPECT_EQ(lineOf(late), "<v><a>0</a><late>3</late></v>");

@@ -157,6 +157,71 @@ TEST(Versions, ChangedInType)
     EXPECT_EQ(lifted<Retyped>("<v formatVersion='2' angle='0.5'/>"), R"(<v formatVersion="2" angle="0.5"><sum>0</sum></v>)");
 }
 
+class Merged : public NyXmlModel<Merged, NyXmlVersioned> {
+public:
+    static constexpr auto xmlName = "urn:t#merged";
+    static constexpr unsigned int xmlVersion = 2;
+    void registerComponents() override
+    {
+        element("first", first, until(1));
+        element("last", last, until(1));
+        element("name", name, since(2));
+    }
+    void lift(unsigned int fromVersion) override
+    {
+        if (fromVersion < 2)
+            name = first.value() + ' ' + last.value(); // in whatever order they stood
+    }
+    Text name;
+
+private:
+    Text first, last;
+};
+
+TEST(Versions, Merged)
+{
+    char const* const now = R"(<v formatVersion="2"><name>Ada King</name></v>)";
+    EXPECT_EQ(lifted<Merged>("<v><last>King</last><first>Ada</first></v>"), now);
+    EXPECT_EQ(lifted<Merged>(now), now);
+}
+
+// What a document must have depends on its version.
+class Asked : public NyXmlModel<Asked, NyXmlVersioned> {
+public:
+    static constexpr auto xmlName = "urn:t#asked";
+    static constexpr unsigned int xmlVersion = 3;
+    void registerComponents() override
+    {
+        requiredElement("velo", speed, until(1));
+        requiredElement("speed", speed, since(2));
+        requiredAttribute("unit", unit, since(3));
+        requiredElement("name", name);
+    }
+    Text name, unit;
+    Whole speed;
+};
+
+TEST(Versions, RequiredMembersOfAVersion)
+{
+    auto const missed = [](std::string const& document) {
+        Messages messages;
+        Asked asked;
+        EXPECT_TRUE(readValue(asked, document));
+        std::string names;
+        for (char const* const name : { "name", "speed", "unit", "velo" })
+            names += messages.text().find('"' + std::string(name) + "\" of \"asked\"") == std::string::npos
+                         ? ""
+                         : name + std::string(" ");
+        return names;
+    };
+    EXPECT_EQ(missed("<v><velo>1</velo><name/></v>"), "");
+    EXPECT_EQ(missed("<v/>"), "name velo ");
+    EXPECT_EQ(missed("<v formatVersion='2'><name/></v>"), "speed ");
+    EXPECT_EQ(missed("<v formatVersion='3'><speed>1</speed></v>"), "name unit ");
+    EXPECT_EQ(missed("<v formatVersion='3' unit=''><speed>1</speed><name/></v>"), "");
+    EXPECT_EQ(lineOf(Asked(), false), R"(<v formatVersion="3" unit=""><name></name><speed>0</speed></v>)");
+}
+
 // A class without a version goes by the one around it, also below a class that knows nothing of versions.
 class Part : public NyXmlModel<Part, NyXmlVersioned> {
 public:

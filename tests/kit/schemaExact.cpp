@@ -31,7 +31,7 @@ struct Spot {
     std::size_t endTag; // of the same name in the end tag, or 0
 };
 struct Spots {
-    std::vector<Spot> names, numbers, words;
+    std::vector<Spot> names, numbers, words, required, optional;
 };
 
 bool isNumber(std::string const& word)
@@ -94,7 +94,24 @@ Spots spotsOf(std::string const& text)
             findWords(text, end + 1, next, spots);
         at = end;
     }
+    for (Spot const& spot : spots.names) {
+        std::size_t const local = text.compare(spot.begin, 6, "parts:") == 0 ? spot.begin + 6 : spot.begin;
+        if (text.compare(local, 3, "req") == 0 && text[local + 3] != 'E') // of which there may be more
+            spots.required.push_back(spot);
+        if (text.compare(local, 3, "opt") == 0)
+            spots.optional.push_back(spot);
+    }
     return spots;
+}
+
+// Without an attribute, or an element.
+std::string without(std::string text, Spot const& spot)
+{
+    std::size_t const value = text.find('"', spot.begin), tagEnd = text.find('>', spot.begin);
+    std::size_t const end = text[spot.begin - 1] != '<' ? text.find('"', value + 1)
+                            : spot.endTag != 0          ? text.find('>', spot.endTag)
+                                                        : tagEnd;
+    return text.erase(spot.begin - 1, end + 2 - spot.begin);
 }
 
 std::string renamed(std::string text, Spot const& spot)
@@ -111,7 +128,7 @@ TEST(SchemaExact, AcceptsWhatIsWrittenAndNothingSpoilt)
 {
     char const* const wanted = std::getenv("NYXML_TEST_SCHEMA_MODELS");
     unsigned int const count = wanted != nullptr ? static_cast<unsigned int>(std::atoi(wanted)) : 4;
-    unsigned int spoilt[3] = {};
+    unsigned int spoilt[5] = {};
     for (ModelKind const& kind : modelKinds) {
         for (unsigned int seed = 1; seed <= count; ++seed) {
             SCOPED_TRACE(std::string(kind.name) + ", model " + std::to_string(seed));
@@ -140,6 +157,14 @@ TEST(SchemaExact, AcceptsWhatIsWrittenAndNothingSpoilt)
                         spots.names, [&](Spot const& spot) { return renamed(document, spot); }, spoilt[0]);
                     refuses(spots.numbers, replaced, spoilt[1]);
                     refuses(spots.words, misspelt, spoilt[2]);
+                    auto const leftOut = [&](Spot const& spot) { return without(document, spot); };
+                    refuses(spots.required, leftOut, spoilt[3]);
+                    if (!spots.optional.empty()) {
+                        std::string const changed =
+                            leftOut(spots.optional[dice.below(static_cast<unsigned int>(spots.optional.size()))]);
+                        EXPECT_EQ(validator->complaint(changed), "") << changed << schema.all();
+                        ++spoilt[4];
+                    }
                 }
                 if (HasFailure())
                     return;
@@ -149,4 +174,6 @@ TEST(SchemaExact, AcceptsWhatIsWrittenAndNothingSpoilt)
     EXPECT_GT(spoilt[0], 11 * count);
     EXPECT_GT(spoilt[1], 11 * count);
     EXPECT_GT(spoilt[2], 2 * count);
+    EXPECT_GT(spoilt[3], 2 * count);
+    EXPECT_GT(spoilt[4], 2 * count);
 }

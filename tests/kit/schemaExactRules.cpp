@@ -10,6 +10,7 @@
 #include <nyXmlKit/model/NyXmlPolymorphic.h>
 #include <nyXmlKit/model/NyXmlRepeated.h>
 #include <nyXmlKit/model/NyXmlShared.h>
+#include <nyXmlKit/model/NyXmlVersioned.h>
 #include <nyXmlKit/schema/NyXmlAnyOrder.h>
 
 #include <gtest/gtest.h>
@@ -302,6 +303,116 @@ TEST(SchemaExact, TakesMembersOfTheModel)
            { "</many>", "<ball library=\"x.nyp\" id=\"1\"/></many>" },
            { "<one>", "<one><addLibraries size=\"1\"><element>x</element></addLibraries>" } })
         EXPECT_EQ(schema.complaint(changed(before, after)), "") << after << schema.text();
+}
+
+namespace {
+
+class Bolt : public NyXmlModel<Bolt> {
+public:
+    static constexpr auto xmlName = "urn:demo/model#bolt";
+    static constexpr auto xmlOrder = NyXmlOrder::asRegistered;
+    void registerComponents() override
+    {
+        requiredAttribute("id", id);
+        attribute("kind", kind);
+        requiredElements("length", length, "place", place, "hole", holes);
+        elements("spare", spare, "next", next);
+    }
+    NyXmlBasicType<int> id = 3, length = 4, spare = 5;
+    NyXmlBasicType<std::string> kind;
+    NyXmlVector place;
+    NyXmlRepeated<int> holes;
+    NyXmlShared<Bolt> next;
+};
+class LooseBolt : public NyXmlModel<LooseBolt, Bolt>, public NyXmlAnyOrder {
+public:
+    static constexpr auto xmlName = "urn:demo/model#looseBolt";
+    void registerComponents() override
+    {
+        element("length", length);
+        element("hole", single);
+        requiredElement("bolt", bolt);
+    }
+    NyXmlBasicType<int> single;
+    Bolt bolt;
+};
+
+class Older : public NyXmlModel<Older, NyXmlVersioned> {
+public:
+    static constexpr auto xmlName = "urn:demo/model#older";
+    static constexpr unsigned int xmlVersion = 3;
+    void registerComponents() override
+    {
+        element("velo", speed, until(1));
+        requiredElement("speed", speed, since(2));
+        oldElement("colour", until(2));
+        oldAttribute<NyXmlBasicType<std::string>>("angle", until(1), [](Older&, NyXmlBasicType<std::string> const&) {});
+        attribute("angle", angle, since(2));
+        attribute("unit", unit, until(2));
+        element("unit", unit, since(3));
+    }
+    NyXmlBasicType<int> speed, angle;
+    NyXmlBasicType<std::string> unit;
+};
+
+// Without the first piece of markup that begins so, to the end of its value or element.
+std::string without(std::string document, std::string const& begin, std::string const& end)
+{
+    std::size_t const at = document.find(begin);
+    EXPECT_NE(at, std::string::npos) << begin << document;
+    return at == std::string::npos ? document : document.erase(at, document.find(end, at + begin.size()) + end.size() - at);
+}
+
+} // namespace
+
+TEST(SchemaExact, RequiredMembersAreAskedFor)
+{
+    Bolt bolt;
+    bolt.holes.append(1);
+    bolt.next.make().holes.append(2);
+    bolt.next->next = bolt.next; // its second place is a bare reference
+    NyToken const name = Bolt::classToken();
+    ExactSchema const schema(bolt, name);
+    for (bool const hasDefaults : { true, false }) {
+        std::string const document = documentOf(bolt, name, hasDefaults);
+        EXPECT_EQ(schema.complaint(document), "") << document << schema.text();
+        EXPECT_TRUE(schema.refuses(without(document, " id=\"", "\""))) << document;
+        EXPECT_TRUE(schema.refuses(without(document, "<length>", "</length>")));
+        EXPECT_TRUE(schema.refuses(without(document, "<place ", "/>")));
+        EXPECT_TRUE(schema.refuses(without(document, "<hole>", "</hole>")));
+        EXPECT_EQ(schema.complaint(without(document, " kind=\"", "\"")), "");
+        EXPECT_EQ(schema.complaint(without(document, "<spare>", "</spare>")), "");
+        EXPECT_EQ(schema.complaint(without(document, "<next", "</next>")), "");
+    }
+
+    LooseBolt loose;
+    loose.bolt = bolt;
+    NyToken const looseName = LooseBolt::classToken();
+    ExactSchema const looseSchema(loose, looseName);
+    std::string const document = documentOf(loose, looseName);
+    EXPECT_EQ(looseSchema.complaint(document), "") << document << looseSchema.text();
+    EXPECT_TRUE(looseSchema.refuses(without(document, "<bolt ", "</bolt>")));
+    EXPECT_EQ(looseSchema.complaint(without(document, "<length>", "</length>")), ""); // its own, ahead of the bolt's
+    EXPECT_EQ(looseSchema.complaint(without(document, "<hole>", "</hole>")), "");
+}
+
+// The schema is that of the present version.
+TEST(SchemaExact, VersionedMembersAreThoseOfTheVersion)
+{
+    NyToken const name = Older::classToken();
+    Older const older;
+    ExactSchema const schema(older, name);
+    std::string const document = documentOf(older, name);
+    EXPECT_EQ(schema.complaint(document), "") << document << schema.text();
+    EXPECT_EQ(schema.complaint(documentOf(older, name, false)), "");
+    auto const root = [](std::string const& rest) { return "<older xmlns=\"urn:demo/model\" " + rest + "</older>"; };
+    std::string const speed = "<speed>1</speed>";
+    EXPECT_EQ(schema.complaint(root("formatVersion=\"3\" angle=\"1\">" + speed + "<unit>m</unit>")), "");
+    EXPECT_EQ(schema.complaint(root(">" + speed)), "");
+    for (std::string const& bad :
+         { root(">"), root("><velo>1</velo>"), root("angle=\"ninety\">" + speed), root("unit=\"m\">" + speed),
+           root("><colour/>" + speed), root("formatVersion=\"three\">" + speed) })
+        EXPECT_TRUE(schema.refuses(bad)) << bad << schema.text();
 }
 
 // Namespaces that make trouble: no segment that is a prefix, one prefix for two, one of no name, attributes with one.

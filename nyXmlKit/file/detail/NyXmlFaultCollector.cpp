@@ -34,6 +34,7 @@ Kind kindOf(std::string_view text)
         { "Bad token: ", Kind::UNKNOWN_MEMBER },
         { "Bad attribute token: ", Kind::UNKNOWN_MEMBER },
         { " size not equal to attribute value", Kind::WRONG_SIZE },
+        { "Required member is missing: ", Kind::MISSING_MEMBER },
         { "NyXmlWord Error", Kind::BAD_TEXT },
         { "NyXmlEnum Error", Kind::BAD_TEXT },
         { "Reader Error: XLink", Kind::LINK },

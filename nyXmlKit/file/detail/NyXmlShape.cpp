@@ -14,7 +14,9 @@
 #include <nyXml/values/NyXmlVector.h>
 #include <nyXml/values/NyXmlVectorType.h>
 #include <nyXml/values/NyXmlVectorVector.h>
+#include <nyXmlKit/model/NyXmlClass.h>
 #include <nyXmlKit/model/NyXmlMemberKind.h>
+#include <nyXmlKit/model/detail/NyXmlRegistrar.h>
 
 #include <algorithm>
 #include <sstream>
@@ -283,6 +285,17 @@ void NyXmlShapes::buildKind(NyXmlShape& shape, NyXmlMemberKind const& kind)
 void NyXmlShapes::buildMembers(NyXmlShape& shape, NyXmlCompoundType& compound)
 {
     auto const& marks = compound.specialDescriptorMap();
+    auto const* const model = dynamic_cast<NyXmlModelKind const*>(&compound);
+    // A class of the model misses its required members itself, and knows of which version the document is.
+    auto const isMissedByObject = [&](bool isAttribute, NyToken const& token, NyXmlObject const& object) {
+        if (model == nullptr)
+            return false;
+        auto const& versioned = model->xmlClass().versioned();
+        return (model->xmlClass().isRequired(isAttribute, token.localName()) && NyXmlModelWork::tellsWhetherRead(object)) ||
+               std::any_of(versioned.begin(), versioned.end(), [&](NyXmlClass::Versioned const& each) {
+                   return each.isAttribute == isAttribute && each.name == token.localName() && each.versions.first > 1;
+               });
+    };
     auto const add = [&](std::vector<Member>& members, NyToken const& token, NyXmlObject* object, unsigned int readOnlyMark) {
         auto const mark = marks.find(token);
         auto const* const kind = dynamic_cast<NyXmlMemberKind const*>(object);
@@ -293,13 +306,15 @@ void NyXmlShapes::buildMembers(NyXmlShape& shape, NyXmlCompoundType& compound)
         member.isOptionalValue = kind != nullptr && kind->minOccurs() == 0;
         // What is never written need not be there.
         member.least = (mark != marks.end() && mark->second == readOnlyMark) || member.isOptionalValue ? 0 : 1;
-        member.isLeftOutAsDefault = !object->isBasicType();
+        bool const isAttribute = readOnlyMark == 1;
+        if (isMissedByObject(isAttribute, token, *object))
+            member.least = 0;
+        member.isLeftOutAsDefault = !isAttribute && !object->isBasicType() &&
+                                    !(model != nullptr && model->xmlClass().isRequired(false, token.localName()));
         members.push_back(std::move(member)); // the maps are ordered by name
     };
     for (auto const& [token, object] : compound.attributeComponentMap())
         add(shape.attributes, token, object, 1);
-    for (Member& member : shape.attributes)
-        member.isLeftOutAsDefault = false;
     for (auto const& [token, object] : compound.componentMap())
         add(shape.children, token, object, 0);
 }

@@ -2,10 +2,15 @@
 
 #include <nyXml/compound/NyXmlCompoundType.h>
 #include <nyXml/platform/NyPrint.h>
+#include <nyXml/reader/NyXmlReader.h>
 #include <nyXml/schema/NyXmlSchema.h>
+#include <nyXml/values/NyXmlOrientation.h>
+#include <nyXml/values/NyXmlVector.h>
+#include <nyXml/values/NyXmlVectorVector.h>
 #include <nyXml/writer/NyXmlWriter.h>
 #include <nyXmlKit/model/NyXmlMemberKind.h>
 
+#include <algorithm>
 #include <cstring>
 #include <cxxabi.h>
 #include <memory>
@@ -22,6 +27,11 @@ std::ptrdiff_t distanceOf(NyXmlCompoundType const& compound, NyXmlObject const* 
 {
     return static_cast<char const*>(static_cast<void const*>(object)) -
            static_cast<char const*>(static_cast<void const*>(&compound));
+}
+
+NyXmlObject& memberAt(NyXmlCompoundType& compound, std::ptrdiff_t distance)
+{
+    return NyXmlClass::object(compound, { false, false, NyToken(), distance, nullptr, nullptr, NyXmlClass::noOccurrence });
 }
 
 std::string readableName(std::type_info const& type)
@@ -109,9 +119,10 @@ void NyXmlRegistrar::registerBasesOnce()
         m_theKind.registerBases();
 }
 
-void NyXmlRegistrar::enter(NyXmlCompoundType& compound, bool isAttribute, char const* scope, char const* name,
-                           NyXmlObject* object)
+void NyXmlRegistrar::enter(NyXmlCompoundType& compound, NyXmlClass const* ofClass, bool isAttribute, char const* scope,
+                           char const* name, NyXmlObject* object)
 {
+    bool const isRequired = ofClass != nullptr;
     auto const registerAs = [&](NyToken const& token) {
         if (isAttribute)
             compound.registerAttributeComponent(token, object);
@@ -120,13 +131,16 @@ void NyXmlRegistrar::enter(NyXmlCompoundType& compound, bool isAttribute, char c
     };
     NyXmlRegistrar* const registrar = theRegistrar;
     if (registrar == nullptr || &registrar->m_theCompound != &compound) {
-        registerAs(NyXmlModelWork::tokenInScopeOf(isAttribute ? "" : scope, name));
+        NyToken const token = NyXmlModelWork::tokenInScopeOf(isAttribute ? "" : scope, name);
+        if (isRequired)
+            ofClass->addRequired(isAttribute, token.localName());
+        registerAs(token);
         return;
     }
     registrar->registerBasesOnce();
     NyXmlClass::Member const* const next = registrar->m_theNext;
     if (next != registrar->m_theEnd && next->name == name && next->scope == scope && next->isAttribute == isAttribute &&
-        next->distance == distanceOf(compound, object) && !next->isReadOnly) {
+        next->distance == distanceOf(compound, object) && !next->isReadOnly && next->isRequired == isRequired) {
         ++registrar->m_theNext;
         registrar->m_isCompared = true;
         registerAs(next->token);
@@ -135,9 +149,14 @@ void NyXmlRegistrar::enter(NyXmlCompoundType& compound, bool isAttribute, char c
     }
     char const* const outerScope = std::exchange(registrar->m_theScope, scope);
     char const* const outerName = std::exchange(registrar->m_theName, name);
-    registerAs(NyXmlModelWork::tokenInScopeOf(isAttribute ? "" : scope, name));
+    bool const wasRequired = std::exchange(registrar->m_isRequired, isRequired);
+    NyToken const token = NyXmlModelWork::tokenInScopeOf(isAttribute ? "" : scope, name);
+    if (isRequired)
+        ofClass->addRequired(isAttribute, token.localName());
+    registerAs(token);
     registrar->m_theScope = outerScope;
     registrar->m_theName = outerName;
+    registrar->m_isRequired = wasRequired;
 }
 
 NyXmlRegistrar* NyXmlRegistrar::noterOfVersions(NyXmlCompoundType const& compound)
@@ -149,19 +168,21 @@ NyXmlRegistrar* NyXmlRegistrar::noterOfVersions(NyXmlCompoundType const& compoun
     return registrar->m_theClass.versioned().empty() ? registrar : nullptr;
 }
 
-bool NyXmlRegistrar::enterVersioned(NyXmlCompoundType& compound, NyXmlClass const& ofClass, bool isAttribute, char const* name,
-                                    NyXmlVersions versions, NyXmlObject* object)
+bool NyXmlRegistrar::enterVersioned(NyXmlCompoundType& compound, NyXmlClass const& ofClass, bool isRequired, bool isAttribute,
+                                    char const* name, NyXmlVersions versions, NyXmlObject* object)
 {
     std::ptrdiff_t const distance = distanceOf(compound, object);
     if (NyXmlRegistrar* const noter = noterOfVersions(compound); noter != nullptr && ofClass.isInside(compound, distance)) {
         auto const read = [distance](NyXmlCompoundType& into, NyXmlReader& reader, bool asAttribute) {
-            NyXmlObject& member = NyXmlClass::object(into, { asAttribute, false, NyToken(), distance, nullptr, nullptr, 0 });
+            NyXmlObject& member = memberAt(into, distance);
             if (asAttribute)
                 member.readAttribute(reader);
             else
                 member.read(reader);
         };
-        noter->m_theVersioned.push_back({ isAttribute, name, versions, read });
+        noter->m_theVersioned.push_back({ isAttribute, name, versions, read, isRequired, distance });
+        if (isRequired)
+            ofClass.addRequired(isAttribute, name);
     }
     return versions.hold(ofClass.currentVersion());
 }
@@ -186,13 +207,14 @@ void NyXmlRegistrar::note(NyXmlCompoundType const& compound, NyXmlModelKind cons
     registrar->registerBasesOnce();
     std::ptrdiff_t const distance = distanceOf(compound, object);
     if (registrar->m_theKnown == nullptr) {
-        registrar->m_theNoted.push_back(
-            { isAttribute, isReadOnly, token, distance, registrar->m_theScope, registrar->m_theName, NyXmlClass::noOccurrence });
+        registrar->m_theNoted.push_back({ isAttribute, isReadOnly, token, distance, registrar->m_theScope, registrar->m_theName,
+                                          NyXmlClass::noOccurrence, registrar->m_isRequired });
         return;
     }
     NyXmlClass::Member const* const next = registrar->m_theNext;
     if (next != registrar->m_theEnd && next->distance == distance && next->isAttribute == isAttribute &&
-        next->isReadOnly == isReadOnly && (&next->token == &token || next->token == token))
+        next->isReadOnly == isReadOnly && next->isRequired == registrar->m_isRequired &&
+        (&next->token == &token || next->token == token))
         ++registrar->m_theNext;
     else
         registrar->m_differs = true;
@@ -226,19 +248,75 @@ bool NyXmlModelWork::sameMembers(NyXmlCompoundType const& one, NyXmlCompoundType
     return true;
 }
 
-void NyXmlModelWork::forgetOccurrences(NyXmlCompoundType& compound, NyXmlClass const& ofClass)
+void NyXmlModelWork::forget(NyXmlCompoundType& compound, NyXmlClass const& ofClass)
 {
+    if (ofClass.members() == nullptr)
+        initialise(compound); // the first of its class; members of a copy count as read
     NyXmlClass::Members const* const members = ofClass.members();
-    if (members != nullptr ? !members->hasOccurrences : !compound.xmlInitialized())
+    bool const hasRequired = ofClass.hasRequired();
+    if (members != nullptr && !members->hasOccurrences && !hasRequired)
         return;
     for (bool const ofAttributes : { true, false })
-        forEach(compound, ofClass, ofAttributes, [](NyToken const&, NyXmlObject&, NyXmlOccurrence* occurrence) {
+        forEach(compound, ofClass, ofAttributes, [&](NyToken const& token, NyXmlObject& object, NyXmlOccurrence* occurrence) {
             if (occurrence != nullptr)
                 occurrence->forget();
+            if (hasRequired && ofClass.isRequired(ofAttributes, token.localName()))
+                object.setSpecified(false);
         });
+    for (NyXmlClass::Versioned const& each : ofClass.versioned())
+        if (each.isRequired)
+            memberAt(compound, each.distance).setSpecified(false);
 }
 
-bool NyXmlModelWork::writesAsCore(NyXmlCompoundType const& compound, NyXmlClass const& ofClass)
+bool NyXmlModelWork::tellsWhetherRead(NyXmlObject const& member)
+{
+    return dynamic_cast<NyXmlVector const*>(&member) == nullptr && dynamic_cast<NyXmlOrientation const*>(&member) == nullptr &&
+           dynamic_cast<NyXmlVectorVector const*>(&member) == nullptr;
+}
+
+void NyXmlModelWork::reportMissing(NyXmlCompoundType& compound, NyXmlClass const& ofClass, NyXmlReader const& reader,
+                                   unsigned int version)
+{
+    auto const look = [&](bool isAttribute, std::string const& name, NyXmlObject const& member) {
+        if (!member.specified() && tellsWhetherRead(member))
+            Ny::Print::write(Ny::Print::FAULT,
+                             "NyXmlModel Error: file not valid.\n\tRequired member is missing: %s \"%s\" of \"%s\".\n\tFile: "
+                             "%s\n\tLine: %d\n",
+                             isAttribute ? "attribute" : "element", name.c_str(), compound.token().c_str(), reader.filename(),
+                             reader.lineCountOfFile());
+    };
+    std::vector<NyXmlClass::Versioned> const& versioned = ofClass.versioned();
+    auto const isVersioned = [&](bool isAttribute, std::string const& name) {
+        return std::any_of(versioned.begin(), versioned.end(), [&](NyXmlClass::Versioned const& each) {
+            return each.isAttribute == isAttribute && each.name == name;
+        });
+    };
+    for (bool const ofAttributes : { true, false })
+        forEach(compound, ofClass, ofAttributes, [&](NyToken const& token, NyXmlObject const& object, NyXmlOccurrence const*) {
+            if (ofClass.isRequired(ofAttributes, token.localName()) && !isVersioned(ofAttributes, token.localName()))
+                look(ofAttributes, token.localName(), object);
+        });
+    for (NyXmlClass::Versioned const& each : versioned)
+        if (each.isRequired && each.versions.hold(version == NyXmlVersions::latest ? ofClass.currentVersion() : version))
+            look(each.isAttribute, each.name, memberAt(compound, each.distance));
+}
+
+bool NyXmlModelWork::write(NyXmlCompoundType const& compound, NyXmlClass const& ofClass, NyXmlWriter& writer)
+{
+    if (!writer.writeDefaultDataFlag()) {
+        initialise(compound);
+        if (ofClass.hasRequired())
+            return compound.writeAttributes(writer) && compound.writeElements(writer);
+    }
+    return compound.NyXmlCompoundType::write(writer);
+}
+
+bool NyXmlModelWork::writesAsCore(NyXmlCompoundType const& compound, NyXmlClass const& ofClass, NyXmlWriter const& writer)
+{
+    return describesAsCore(compound, ofClass) && (writer.writeDefaultDataFlag() || !ofClass.hasRequired());
+}
+
+bool NyXmlModelWork::describesAsCore(NyXmlCompoundType const& compound, NyXmlClass const& ofClass)
 {
     if (!compound.xmlInitialized())
         return true; // with nothing to write
@@ -271,7 +349,8 @@ void NyXmlModelWork::writeElements(NyXmlCompoundType const& compound, NyXmlClass
             occurrence->writeElements(writer, token);
             return;
         }
-        if (!writer.writeDefaultDataFlag() && !object.isBasicType() && object.equalsDefault())
+        if (!writer.writeDefaultDataFlag() && !object.isBasicType() && !ofClass.isRequired(false, token.localName()) &&
+            object.equalsDefault())
             return;
         writer.writeStartTag(token);
         object.write(writer);

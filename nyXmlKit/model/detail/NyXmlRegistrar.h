@@ -26,13 +26,15 @@ public:
     NyXmlRegistrar& operator=(NyXmlRegistrar const&) = delete;
 
     /// Registers a member by its short name with registerComponent() or registerAttributeComponent().
-    /// \param scope  name of the class, whose namespace is the element's
-    static void enter(NyXmlCompoundType& compound, bool isAttribute, char const* scope, char const* name, NyXmlObject* object);
+    /// \param ofClass  of the compound, if the member is required; else null
+    /// \param scope    name of the class, whose namespace is the element's
+    static void enter(NyXmlCompoundType& compound, NyXmlClass const* ofClass, bool isAttribute, char const* scope,
+                      char const* name, NyXmlObject* object);
 
     /// Notes a member that the document has in some versions alone.
     /// \return whether it is one of the present version, to be registered as well
-    static bool enterVersioned(NyXmlCompoundType& compound, NyXmlClass const& ofClass, bool isAttribute, char const* name,
-                               NyXmlVersions versions, NyXmlObject* object);
+    static bool enterVersioned(NyXmlCompoundType& compound, NyXmlClass const& ofClass, bool isRequired, bool isAttribute,
+                               char const* name, NyXmlVersions versions, NyXmlObject* object);
 
     /// Notes a name of older versions. \param read  may be empty
     static void enterOld(NyXmlCompoundType& compound, bool isAttribute, char const* name, NyXmlVersions versions,
@@ -53,6 +55,7 @@ private:
     NyXmlRegistrar* m_theOuter;
     char const* m_theScope = nullptr; ///< of the registration that enter() makes
     char const* m_theName = nullptr;
+    bool m_isRequired = false;                     ///< of the same
     bool m_isCompared = false;                     ///< enter() has looked at the registration that comes
     NyXmlClass::Member const* m_theNext = nullptr; ///< registration that is expected now
     NyXmlClass::Member const* m_theEnd = nullptr;
@@ -70,11 +73,22 @@ NYXML_EXPORT NyToken tokenInScopeOf(char const* scope, char const* name);
 
 NYXML_EXPORT bool sameMembers(NyXmlCompoundType const& one, NyXmlCompoundType const& two, NyXmlClass const& ofClass);
 
-/// Makes members absent that may be.
-NYXML_EXPORT void forgetOccurrences(NyXmlCompoundType& compound, NyXmlClass const& ofClass);
+/// Before a reading: makes members absent that may be, and required ones unread.
+NYXML_EXPORT void forget(NyXmlCompoundType& compound, NyXmlClass const& ofClass);
 
-/// Whether the core writes the attributes, or elements, just as well.
-NYXML_EXPORT bool writesAsCore(NyXmlCompoundType const& compound, NyXmlClass const& ofClass);
+/// Behind a reading: says which required members the document did not have. Vectors, orientations and paths don't know whether they
+/// were read.
+/// \param version  of the document
+NYXML_EXPORT void reportMissing(NyXmlCompoundType& compound, NyXmlClass const& ofClass, NyXmlReader const& reader,
+                                unsigned int version = NyXmlVersions::latest);
+NYXML_EXPORT bool tellsWhetherRead(NyXmlObject const& member);
+
+/// What NyXmlCompoundType does, but an object that has required members is written also if it equals its default.
+NYXML_EXPORT bool write(NyXmlCompoundType const& compound, NyXmlClass const& ofClass, NyXmlWriter& writer);
+
+/// Whether the core describes and writes the attributes, or elements, just as well.
+NYXML_EXPORT bool describesAsCore(NyXmlCompoundType const& compound, NyXmlClass const& ofClass);
+NYXML_EXPORT bool writesAsCore(NyXmlCompoundType const& compound, NyXmlClass const& ofClass, NyXmlWriter const& writer);
 
 /// Whether a member has a read-only mark: the compound's own answer.
 using IsReadOnly = bool (*)(NyXmlCompoundType const& compound, NyToken const& token);

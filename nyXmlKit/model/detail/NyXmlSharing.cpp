@@ -29,12 +29,12 @@ thread_local std::unique_ptr<Document> theDocument; ///< null outside of any sco
 
 NyToken const& idToken()
 {
-    static NyToken const token("sharedId");
+    static NyToken const token(NyXmlSharing::numberName);
     return token;
 }
 NyToken const& refToken()
 {
-    static NyToken const token("sharedRef");
+    static NyToken const token(NyXmlSharing::referenceName);
     return token;
 }
 

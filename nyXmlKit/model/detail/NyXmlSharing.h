@@ -15,6 +15,9 @@ class NyXmlWriter;
 /// Who is who among the shared objects of the document that this thread reads or writes.
 class NYXML_EXPORT NyXmlSharing {
 public:
+    static constexpr char const* numberName = "sharedId";
+    static constexpr char const* referenceName = "sharedRef";
+
     /// Lives while an object of a model class reads or writes itself; the outermost one bounds the numbers. Costs a look as long as no
     /// program has a shared member.
     class Scope {

@@ -7,7 +7,9 @@
 #include <nyXml/values/NyXmlOrientation.h>
 #include <nyXml/values/NyXmlVector.h>
 #include <nyXml/values/NyXmlVectorVector.h>
+#include <nyXmlKit/model/NyXmlClass.h>
 #include <nyXmlKit/model/NyXmlMemberKind.h>
+#include <nyXmlKit/model/detail/NyXmlSharing.h>
 #include <nyXmlKit/schema/NyXmlAnyOrder.h>
 
 #include <algorithm>
@@ -33,6 +35,14 @@ std::string addressOf(Creator creator)
     std::ostringstream text; // to tell creators apart within this process, and never part of a document
     text << std::hash<Creator>()(creator);
     return text.str();
+}
+
+// Whether the class of the model that describes itself in an element asks for a member.
+template <class Frame>
+bool asksFor(Frame const& owner, bool isAttribute, NyToken const& token)
+{
+    auto const* const kind = dynamic_cast<NyXmlModelKind const*>(owner.compound);
+    return kind != nullptr && kind->xmlClass().isRequired(isAttribute, token.localName());
 }
 
 // What an object will say of itself, so far as that is not settled by its class: names and classes of the members that lie in it, words,
@@ -158,7 +168,7 @@ void NyExactWalk::nameAttribute(NyToken const& token)
     });
     m_attribute = static_cast<std::size_t>(same - attributes.begin());
     if (same == attributes.end())
-        attributes.push_back({ ns, token.localName(), {}, false });
+        attributes.push_back({ ns, token.localName(), {}, asksFor(holder(), true, token) });
     m_isAttributeNamed = true;
     m_hint.reset();
 }
@@ -222,8 +232,10 @@ void NyExactWalk::learn(Frame& frame, NyXmlObject const& object)
     frame.most = kind->maxAlternatives();
     frame.isRequired = dynamic_cast<NyXmlOccurrence const*>(kind) != nullptr && kind->minOccurs() > 0;
     if (!frame.isChoice) { // else they are the children's
-        for (std::string& name : kind->ownAttributes())
+        for (std::string& name : kind->ownAttributes()) {
+            frame.isReference = frame.isReference || name == NyXmlSharing::referenceName;
             frame.ownAttributes.push_back(std::move(name));
+        }
     }
 }
 
@@ -316,7 +328,8 @@ void NyExactWalk::close()
     if (m_frames.empty())
         m_grammar.addRoot(frame.element);
     else
-        holder().children.push_back({ frame.element, frame.mode, frame.group, frame.isRequired, frame.isWord });
+        holder().children.push_back(
+            { frame.element, frame.mode, frame.group, frame.isRequired || asksFor(holder(), false, frame.token), frame.isWord });
 }
 
 void NyExactWalk::finish(Frame const& frame)
@@ -324,8 +337,8 @@ void NyExactWalk::finish(Frame const& frame)
     Frame const* const owner = m_frames.empty() ? nullptr : &m_frames.back();
     NyExactElement& element = m_grammar[frame.element];
     for (NyExactAttribute& attribute : element.attributes)
-        attribute.isRequired = // reading misses no other
-            (frame.isPoint && frame.ownAttributes.empty()) || (owner != nullptr && owner->isPath);
+        attribute.isRequired = !frame.isReference && // as its class says, or since reading would miss it
+                               (attribute.isRequired || frame.isPoint || (owner != nullptr && owner->isPath));
     for (std::string const& name : frame.ownAttributes)
         addAttribute(element, name, "string");
     if (frame.isSetOrList)
@@ -365,7 +378,7 @@ void NyExactWalk::makeParticles(Frame const& frame)
         if (!joins) {
             NyExactParticle& particle = element.particles.emplace_back();
             particle.isUnbounded = isChoice ? frame.most != 1 : child.mode == Mode::XML_STARTTAG_UNBOUNDED;
-            particle.isRequired = child.isRequired && !isChoice;
+            particle.isRequired = child.isRequired && !isChoice && !frame.isReference;
         }
         element.particles.back().alternatives.push_back(child.element);
     }

@@ -64,8 +64,9 @@ private:
         bool isAlias = false;     ///< all that comes belongs to the parent's record
         bool isKnown = false;     ///< described elsewhere: nothing is recorded
         bool isRequired = false;
-        std::string typeId;  ///< what the caller asked isKnown() with
-        bool isWord = false; ///< what the object that described itself here is, which may be gone when the element closes
+        bool isReference = false; ///< it may stand for an object that is elsewhere, and is bare then
+        std::string typeId;       ///< what the caller asked isKnown() with
+        bool isWord = false;      ///< what the object that described itself here is, which may be gone when the element closes
         bool isDescribed = false;
         bool isSetOrList = false;
         bool isMap = false;
