@@ -55,12 +55,13 @@ NyXmlFileReader::NyXmlFileReader() : NyXmlFileReader(std::string(), std::cin) {}
 
 NyXmlFileReader::NyXmlFileReader(std::string const& name, std::istream& stream)
     : m_theFileName(name),
-      m_theBlock(stream, m_theAttributes)
+      m_theBlock(stream, m_theAttributes, m_theContent)
 {
     if (Spare* const spare = Spare::ofThread())
         spare->swap(m_theElementStack, m_theAttributes, m_theNames);
     if (!m_theNames)
         m_theNames = std::make_unique<NyXmlNameTable>();
+    m_theLastElement = &m_theNames->noName();
 }
 
 NyXmlFileReader::NyXmlFileReader(NyXmlFileReader const& other) : NyXmlFileReader(other.m_theFileName, other.m_theBlock.stream())
@@ -93,7 +94,6 @@ void NyXmlFileReader::copyState(NyXmlFileReader const& other)
     m_theAttributeName = other.m_theAttributeName;
     m_theAttributeValue = other.m_theAttributeValue;
     m_thePrefix = other.m_thePrefix;
-    m_theContentStart = other.m_theContentStart;
     m_isRunContinued = false;
 }
 
@@ -193,7 +193,6 @@ NyXmlFileReader::XML_READER_MODE NyXmlFileReader::readXml()
     switch (m_theMode) { // what leaving this event asks for
     case XML_READER_START_TAG:
         m_theContent.clear();
-        m_theContentStart = 0;
         m_theContentVectorFlag = false;
         break;
     case XML_READER_EMPTY_TAG:

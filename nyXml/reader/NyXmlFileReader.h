@@ -4,6 +4,7 @@
 #include <nyXml/core/NyToken.h>
 #include <nyXml/platform/NyXmlExport.h>
 #include <nyXml/reader/detail/NyXmlAttributeList.h>
+#include <nyXml/reader/detail/NyXmlContent.h>
 #include <nyXml/reader/detail/NyXmlElementStack.h>
 #include <nyXml/reader/detail/NyXmlNameTable.h>
 #include <nyXml/reader/detail/NyXmlTextBlock.h>
@@ -208,10 +209,7 @@ public:
     bool takeEntry(std::string_view& key, std::string_view& value);
 
     /// What content() gives without the vector flag, without a copy. Valid like the above.
-    std::string_view contentView() const noexcept
-    {
-        return { m_theContent.data() + m_theContentStart, m_theContent.size() - m_theContentStart };
-    }
+    std::string_view contentView() const noexcept { return m_theContent.view(); }
 
     /// The same, and none of it is content any more.
     std::string_view takeContent() noexcept;
@@ -291,6 +289,9 @@ private:
 
     // The events where they stand in the block (NyXmlFileReaderInPlace.cpp).
     bool everydayEventInPlace();
+    bool everydayEndTag(char const* at, char const* end, std::string_view content);
+    bool everydayStartTag(char const* at, char const* end);
+    char const* everydayAttributes(char const* at, char const* end, NyXmlName& element);
     XML_READER_MODE nextEventInPlace();
     XML_READER_MODE walkInPlace(bool& isEndOfRun);
     std::size_t findTagInPlace(std::size_t& white);
@@ -320,14 +321,12 @@ private:
     }
 
     // Content and fast paths.
-    void setContent(std::string_view text)
-    {
-        m_theContent.assign(text);
-        m_theContentStart = 0;
-    }
     void stripContent();
-    std::string& exactContent() const;
-    std::string_view cutWord() const noexcept;
+    std::string const& setValue(std::string_view text) const
+    {
+        m_theValue.clear(); // and not assign(), which reckons with a text out of the value itself and takes twice as long
+        return m_theValue.append(text.data(), text.size());
+    }
     void stepOver(char delimiter);
     void cutValue(std::size_t end);
 
@@ -339,7 +338,7 @@ private:
     NyXmlElementStack m_theElementStack;
     NyXmlAttributeList m_theAttributes;
     unsigned int m_theNumOfAttributes = 0;
-    mutable std::string m_theContent;
+    mutable NyXmlContent m_theContent;
     bool m_theContentVectorFlag = false;
     NyToken m_theEndTag; ///< read in place it is the name that was popped last, and this one is not kept up
     NyToken m_theSpareToken;
@@ -349,14 +348,14 @@ private:
     NyToken m_theAttributeValue;
     std::string m_thePrefix;
 
-    mutable std::size_t m_theContentStart = 0; ///< where in m_theContent the content begins: what is before was cut off
-    bool m_isRunContinued = false;             ///< words of the content went to a takeRun()
-    int m_theLineOfRun = 0;                    ///< where that run began
+    bool m_isRunContinued = false; ///< words of the content went to a takeRun()
+    int m_theLineOfRun = 0;        ///< where that run began
     mutable Way m_theWay = Way::UNKNOWN;
     mutable bool m_isWordCutOurs = false;  ///< nobody overrides nextWord()
     mutable bool m_isQuoteCutOurs = false; ///< nor what cuts attributes off a tag
     std::string m_theLine;                 ///< scratch
     std::unique_ptr<NyXmlNameTable> m_theNames;
+    NyXmlName* m_theLastElement; ///< among these names, the one of the last start tag
 };
 
 #endif

@@ -1,7 +1,4 @@
 // What a caller takes from the reader once an event has come: attributes, content as a whole or word by word, subtrees.
-//
-// The content begins at m_theContentStart of m_theContent. A word is cut off by moving that place, for a run of two million numbers is
-// ordinary and moving the rest for each of them is not.
 
 #include <nyXml/reader/NyXmlFileReader.h>
 
@@ -42,13 +39,13 @@ NyToken const& NyXmlFileReader::attributeName() const
 std::string const& NyXmlFileReader::attributeValue(NyToken const& name)
 {
     std::string_view value;
-    return m_theAttributes.take(name.localName(), value) ? m_theValue.assign(value) : m_theNullString;
+    return m_theAttributes.take(name.localName(), value) ? setValue(value) : m_theNullString;
 }
 
 std::string const& NyXmlFileReader::attributeValue()
 {
     std::string_view value;
-    return m_theAttributes.takeFirst(value) ? m_theValue.assign(value) : m_theNullString;
+    return m_theAttributes.takeFirst(value) ? setValue(value) : m_theNullString;
 }
 
 std::string_view NyXmlFileReader::takeAttribute()
@@ -62,39 +59,16 @@ unsigned int NyXmlFileReader::numOfAttributes() const { return m_theNumOfAttribu
 
 unsigned int NyXmlFileReader::remainingNumOfAttributes() const { return static_cast<unsigned int>(m_theAttributes.remaining()); }
 
-std::string const& NyXmlFileReader::content() const { return m_theContentVectorFlag ? contentByWord() : exactContent(); }
-
-// Those who want the content as a string pay for what was cut off.
-std::string& NyXmlFileReader::exactContent() const
-{
-    if (m_theContentStart != 0)
-        m_theContent.erase(0, std::exchange(m_theContentStart, 0));
-    return m_theContent;
-}
+std::string const& NyXmlFileReader::content() const { return m_theContentVectorFlag ? contentByWord() : m_theContent.string(); }
 
 std::string const& NyXmlFileReader::contentByWord() const
 {
-    return way() != Way::UNKNOWN && m_isWordCutOurs ? m_theValue.assign(cutWord()) : nextWord(exactContent());
+    return way() != Way::UNKNOWN && m_isWordCutOurs ? setValue(m_theContent.cutWord()) : nextWord(m_theContent.string());
 }
 
-// Hot: once for every number of a sequence. The string stays as it is, the last word included, for the view to be good.
-std::string_view NyXmlFileReader::cutWord() const noexcept
-{
-    std::string_view const text = m_theContent;
-    std::size_t const start = m_theContentStart;
-    std::size_t const end = NyWhiteSpace::findWhite(text, start);
-    m_theContentStart = NyWhiteSpace::findBlack(text, end);
-    return text.substr(start, end - start);
-}
+std::string_view NyXmlFileReader::takeContentWord() noexcept { return m_theContent.cutWord(); }
 
-std::string_view NyXmlFileReader::takeContentWord() noexcept { return cutWord(); }
-
-std::string_view NyXmlFileReader::takeContent() noexcept
-{
-    std::string_view const text = contentView();
-    m_theContentStart = m_theContent.size();
-    return text;
-}
+std::string_view NyXmlFileReader::takeContent() noexcept { return m_theContent.cutAll(); }
 
 std::string const& NyXmlFileReader::nextWord(std::string& text) const
 {
@@ -106,12 +80,12 @@ std::string const& NyXmlFileReader::nextWord(std::string& text) const
 
 unsigned int NyXmlFileReader::contentCount() const
 {
-    return way() == Way::IN_PLACE ? wordsIn(contentView()) : wordCount(exactContent());
+    return way() == Way::IN_PLACE ? wordsIn(contentView()) : wordCount(m_theContent.string());
 }
 
 unsigned int NyXmlFileReader::wordCount(std::string const& text) const { return wordsIn(text); }
 
-bool NyXmlFileReader::isContentAvailable() const { return m_theContentStart != m_theContent.size(); }
+bool NyXmlFileReader::isContentAvailable() const { return !m_theContent.empty(); }
 
 void NyXmlFileReader::setContentVectorFlag(bool flag) { m_theContentVectorFlag = flag; }
 

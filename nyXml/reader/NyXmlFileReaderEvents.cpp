@@ -35,7 +35,6 @@ NyXmlFileReader::XML_READER_MODE NyXmlFileReader::nextEvent()
             if (m_theMode != XML_READER_START_TAG)
                 return concludeText(textOutOfPlace(), textsWaiting);
             m_theContent.swap(line);
-            m_theContentStart = 0;
         }
         if (!getLineWithLineCount(line, '>', true))
             return concludeText(endInTag(), textsWaiting);
@@ -93,13 +92,12 @@ NyXmlFileReader::XML_READER_MODE NyXmlFileReader::concludeText(XML_READER_MODE m
     return mode;
 }
 
-// Long content is not moved for the blanks in front of it.
 void NyXmlFileReader::stripContent()
 {
-    if (way() != Way::IN_PLACE)
-        return stripWhiteSpaceFromBounds(exactContent());
-    stripTrailingWhiteSpace(m_theContent);
-    m_theContentStart = NyWhiteSpace::findBlack(m_theContent, m_theContentStart);
+    if (way() == Way::IN_PLACE)
+        m_theContent.trim();
+    else
+        stripWhiteSpaceFromBounds(m_theContent.string());
 }
 
 NyXmlFileReader::XML_READER_MODE NyXmlFileReader::tagType(std::string& tag)

@@ -147,7 +147,7 @@ bool NyXmlFileReader::takeEntry(std::string_view& key, std::string_view& value)
     m_theElementStack.push("element", true, m_theNames->token("element"));
     m_theElementStack.pop();
     m_theNumOfAttributes = 0;
-    setContent(value);
+    m_theContent.lookAt(value);
     m_theContentVectorFlag = false;
     m_theMode = XML_READER_END_TAG;
     m_theBlock.moveToIndex(tags.at());

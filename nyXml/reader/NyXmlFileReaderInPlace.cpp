@@ -22,12 +22,6 @@ constexpr std::size_t none = std::string::npos;
 // A word that is longer is not searched again with every block.
 constexpr std::size_t longWord = 16 * 1024;
 
-// Null if there is none.
-char const* find(char const* from, char const* end, char character)
-{
-    return static_cast<char const*>(std::memchr(from, character, static_cast<std::size_t>(end - from)));
-}
-
 bool endsWith(std::string_view text, std::string_view end)
 {
     return text.size() >= end.size() && text.substr(text.size() - end.size()) == end;
@@ -41,50 +35,78 @@ bool NyXmlFileReader::everydayEventInPlace()
 {
     if (m_theBlock.isUsedUp())
         return false;
-    char const* const block = m_theBlock.text().data(); // the zero byte behind it ends every walk below
-    char const* const blockEnd = block + m_theBlock.text().size();
-    char const* text = block + m_theBlock.index();
-    while (NyWhiteSpace::is(*text))
-        ++text;
-    char const* open = text;
-    if (*text != '<') {
-        open = m_theMode == XML_READER_START_TAG ? find(text, blockEnd, '<') : nullptr;
-        if (open == nullptr)
-            return false;
-    }
-
-    if (open[1] == '/') {
-        std::string_view const name = m_theElementStack.bareName();
-        if (name.empty() || static_cast<std::size_t>(blockEnd - open) < name.size() + 3 || open[name.size() + 2] != '>' ||
-            !NyShortText::same(name, { open + 2, name.size() }))
-            return false;
-        m_theBlock.moveToIndex(static_cast<std::size_t>(open - block) + name.size() + 3);
-        m_theElementStack.pop();
-        m_theMode = XML_READER_END_TAG;
-        if (open != text) {
-            setContent(withoutWhiteEnd({ text, static_cast<std::size_t>(open - text) }));
-            m_theMode = XML_READER_CONTENT;
-        }
-        return true;
-    }
-
-    char const* nameEnd = open + 1;
-    while (!endsBareName[static_cast<unsigned char>(*nameEnd)])
-        ++nameEnd;
-    std::string_view const name(open + 1, static_cast<std::size_t>(nameEnd - open) - 1);
-    char const* close = nullptr;
-    if (*nameEnd == '>')
-        close = nameEnd;
-    else if (*nameEnd == '/' && nameEnd[1] == '>')
-        close = nameEnd + 1;
-    else if (NyWhiteSpace::is(*nameEnd))
-        close = find(nameEnd, blockEnd, '>');
-    if (open != text || name.empty() || close == nullptr)
+    std::string_view const rest = m_theBlock.rest();
+    char const* const text = skipWhite(rest.data());
+    char const* const end = rest.data() + rest.size();
+    if (*text == '<')
+        return text[1] == '/' ? everydayEndTag(text + 2, end, {}) : everydayStartTag(text + 1, end);
+    if (m_theMode != XML_READER_START_TAG)
         return false;
-    m_theBlock.moveToIndex(static_cast<std::size_t>(close - block) + 1);
-    openElementInPlace(name, true, withoutEnd({ nameEnd, static_cast<std::size_t>(close - nameEnd) }));
-    m_theMode = close[-1] == '/' ? XML_READER_EMPTY_TAG : XML_READER_START_TAG;
+    auto const* const open = static_cast<char const*>(std::memchr(text, '<', static_cast<std::size_t>(end - text)));
+    return open != nullptr && open[1] == '/' &&
+           everydayEndTag(open + 2, end, withoutWhiteEnd({ text, static_cast<std::size_t>(open - text) }));
+}
+
+// The end tag of the innermost element, from its name on. \param content  the text in front of it, empty if there is none
+bool NyXmlFileReader::everydayEndTag(char const* at, char const* end, std::string_view content)
+{
+    std::string_view const name = m_theElementStack.bareName();
+    if (name.empty() || static_cast<std::size_t>(end - at) <= name.size() || at[name.size()] != '>' ||
+        !NyShortText::same(name, { at, name.size() }))
+        return false;
+    m_theBlock.moveTo(at + name.size() + 1);
+    m_theElementStack.pop();
+    m_theMode = XML_READER_END_TAG;
+    if (!content.empty()) {
+        m_theContent.lookAt(content);
+        m_theMode = XML_READER_CONTENT;
+    }
     return true;
+}
+
+// A start tag, from its name on.
+bool NyXmlFileReader::everydayStartTag(char const* at, char const* end)
+{
+    if (m_theAttributes.remaining() != 0)
+        return false; // somebody is to be warned of them
+    char const* nameEnd = at;
+    NyXmlName* const known = m_theNames->take(nameEnd, end, m_theLastElement->elements[m_theMode], endsBareName);
+    std::string_view const name(at, static_cast<std::size_t>(nameEnd - at));
+    if (name.empty() || (*nameEnd != '>' && *nameEnd != '/' && !NyWhiteSpace::is(*nameEnd)))
+        return false;
+    NyXmlName& element = known != nullptr ? *known : m_theNames->noName();
+    char const* const tagEnd = everydayAttributes(nameEnd, end, element);
+    if (tagEnd == nullptr)
+        return false;
+    m_theBlock.moveTo(tagEnd);
+    m_theElementStack.push(name, true, known != nullptr ? &known->token : nullptr);
+    m_theLastElement = &element;
+    m_theNumOfAttributes = static_cast<unsigned int>(m_theAttributes.remaining());
+    m_theMode = tagEnd[-2] == '/' ? XML_READER_EMPTY_TAG : XML_READER_START_TAG;
+    return true;
+}
+
+// ` a="1" b="2">` or ` a="1"/>`. \return behind the tag; null for one that is odd or not whole in the block
+char const* NyXmlFileReader::everydayAttributes(char const* at, char const* end, NyXmlName& element)
+{
+    m_theAttributes.clear();
+    NyXmlName* last = &element;
+    for (at = skipWhite(at); *at != '>'; at = skipWhite(at)) {
+        if (*at == '/' && at[1] == '>')
+            return at + 2;
+        char const* const start = at;
+        NyXmlName* const known = m_theNames->take(at, end, last->attribute, endsBareAttributeName);
+        std::string_view const name(start, static_cast<std::size_t>(at - start));
+        bool const isEveryday = !name.empty() && *at == '=' && !beginsWith(name, "xmlns");
+        std::string_view value;
+        if (!isEveryday || !takeQuoted(++at, value)) {
+            m_theAttributes.clear();
+            return nullptr;
+        }
+        m_theAttributes.add(name, value, known != nullptr ? &known->token : nullptr);
+        last = known != nullptr ? known : &m_theNames->noName();
+    }
+    return at + 1;
 }
 
 NyXmlFileReader::XML_READER_MODE NyXmlFileReader::nextEventInPlace()
@@ -94,7 +116,8 @@ NyXmlFileReader::XML_READER_MODE NyXmlFileReader::nextEventInPlace()
     bool isEndOfRun = false;
     XML_READER_MODE const mode = walkInPlace(isEndOfRun);
     if (isEndOfRun && mode != XML_READER_CONTENT)
-        setContent(m_theBlock.withHandedOut(m_theContent)); // the run was no content, but a text that a fault leaves behind
+        m_theContent.assign(
+            m_theBlock.withHandedOut(m_theContent.view())); // the run was no content, but a text that a fault leaves behind
     return mode;
 }
 
@@ -118,7 +141,7 @@ NyXmlFileReader::XML_READER_MODE NyXmlFileReader::walkInPlace(bool& isEndOfRun)
             if (textsWaiting != 0)
                 m_isRunContinued = false;
             isEndOfRun = m_isRunContinued;
-            setContent(text);
+            m_theContent.lookAt(text);
         }
         std::size_t const close = m_theBlock.find('>');
         if (close == none)
@@ -233,6 +256,7 @@ void NyXmlFileReader::openElementInPlace(std::string_view name, bool isBare, std
 {
     dropAttributes();
     m_theElementStack.push(name, isBare, m_theNames->token(name));
+    m_theLastElement = &m_theNames->noName();
     attributes.remove_prefix(NyWhiteSpace::findBlack(attributes));
     if (!attributes.empty() && !attributesInPlace(attributes)) {
         // From the bad attribute on, the plain way; until all is well the element goes by the name of the one around it.

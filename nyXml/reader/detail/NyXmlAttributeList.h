@@ -50,7 +50,12 @@ public:
 
     /// Adds an attribute whose texts stay where they are until own() or clear(). A name that is there already keeps its first value.
     /// \param token  the name as a token that outlives the tag; null to have one made should somebody ask
-    void add(std::string_view name, std::string_view value, NyToken const* token);
+    void add(std::string_view name, std::string_view value, NyToken const* token)
+    {
+        m_isSorted = m_isSorted && (m_entries.empty() || compare(m_entries.back().m_name, name) < 0);
+        m_entries.push_back({ name, value, token, nullptr, false, false });
+        ++m_remaining;
+    }
 
     /// The same with a copy of both, for a name that may have a namespace.
     void addCopy(NyToken const& name, std::string_view value);
@@ -63,33 +68,50 @@ public:
     }
 
     /// The first one's name, null if none remains.
-    NyToken const* firstName() const;
+    NyToken const* firstName() const
+    {
+        settle();
+        return m_first != m_entries.size() ? &tokenOf(m_entries[m_first]) : nullptr;
+    }
 
     /// The stored name that has this local name, null if there is none.
     NyToken const* find(std::string const& localName) const;
 
     /// Takes the first one, or the one of this name. \return false if there is none; \p value stays
     /// \param value  valid until own() or clear(), or the block changes
-    bool takeFirst(std::string_view& value);
+    bool takeFirst(std::string_view& value)
+    {
+        settle();
+        return m_first != m_entries.size() && takeOut(m_entries[m_first], value);
+    }
     bool take(std::string const& localName, std::string_view& value);
 
     /// Makes the texts independent of the block they stand in.
     void own();
 
 private:
-    struct Entry {
-        std::string_view m_name;
-        std::string_view m_value;
-        NyToken const* m_token; ///< null as long as nobody asks
-        std::size_t m_slot;     ///< place in m_slots
-        bool m_isTaken;
-        bool m_isOwned;
-    };
+    /// What an entry has of its own, if it has to.
     struct Slot {
         NyToken m_token;
         std::string m_name;
         std::string m_value;
     };
+    struct Entry {
+        std::string_view m_name;
+        std::string_view m_value;
+        NyToken const* m_token; ///< null as long as nobody asks
+        Slot* m_slot;           ///< null as long as it has nothing of its own
+        bool m_isTaken;
+        bool m_isOwned;
+    };
+
+    /// Most names differ in their first byte.
+    static int compare(std::string_view a, std::string_view b) noexcept
+    {
+        if (!a.empty() && !b.empty() && a[0] != b[0])
+            return static_cast<unsigned char>(a[0]) < static_cast<unsigned char>(b[0]) ? -1 : 1;
+        return a.compare(b);
+    }
 
     void settle() const
     {
@@ -97,21 +119,29 @@ private:
             sort();
     }
     void sort() const;
-    void insert(Entry const& entry);
-    Slot& slot(std::size_t index) const;
-    void keepIn(Slot& slot, Entry& entry) const;
+    Slot& slot() const;
+    Slot& slotOf(Entry& entry) const;
+    void keep(Entry& entry) const;
 
-    Entry* first() const;
     Entry* place(std::string_view localName) const;
-    NyToken const& tokenOf(Entry& entry) const;
-    bool takeOut(Entry* entry, std::string_view& value);
+    NyToken const& tokenOf(Entry& entry) const { return entry.m_token != nullptr ? *entry.m_token : makeToken(entry); }
+    NyToken const& makeToken(Entry& entry) const;
+    bool takeOut(Entry& entry, std::string_view& value)
+    {
+        value = entry.m_value;
+        entry.m_isTaken = true;
+        --m_remaining;
+        while (m_first != m_entries.size() && m_entries[m_first].m_isTaken)
+            ++m_first;
+        return true;
+    }
 
     mutable std::vector<Entry> m_entries;
     mutable std::deque<Slot> m_slots; ///< a deque: names handed out stay where they are when it grows
-    std::size_t m_slotsUsed = 0;
+    mutable std::size_t m_slotsUsed = 0;
     mutable std::size_t m_remaining = 0;
-    mutable std::size_t m_first = 0; ///< all entries before it are taken
-    mutable bool m_isSorted = true;  ///< false while many attributes come in: sorted at once when somebody looks
+    mutable std::size_t m_first = 0; ///< of those that are not taken
+    mutable bool m_isSorted = true;  ///< and without doubles; otherwise sorted at once when somebody looks
 };
 
 #endif

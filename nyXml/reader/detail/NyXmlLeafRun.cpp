@@ -8,16 +8,11 @@
 
 #include <cstring>
 
+using NyXmlTagText::skipTo, NyXmlTagText::skipWhite;
+
 namespace {
 
-constexpr auto endsPlainValue = NyXmlTagText::tableOf({ "\0\"#<>", 5 }); // a `>` ends the tag, a `#` splits the value
-
-char const* skipWhite(char const* at)
-{
-    while (NyWhiteSpace::is(*at))
-        ++at;
-    return at;
-}
+constexpr auto endsOwnValue = NyXmlTagText::tableOf({ "\0\"#<>", 5 }); // as writers of this library put it between double quotes
 
 } // namespace
 
@@ -110,9 +105,7 @@ bool NyXmlLeafRun::takeAttributes(NyToken const& name, NyToken const* const* att
             start[attribute.size() + 1] != '"')
             return false;
         char const* const value = start + attribute.size() + 2;
-        at = value;
-        while (!endsPlainValue[static_cast<unsigned char>(*at)])
-            ++at;
+        at = skipTo(endsOwnValue, value);
         if (*at != '"')
             return false;
         values[i] = { value, static_cast<std::size_t>(at - value) };
@@ -148,7 +141,7 @@ void NyXmlLeafRun::end()
         reader.m_theElementStack.pop();
     if (isContentGone) {
         reader.m_theContentVectorFlag = false;
-        reader.setContent(m_text);
+        reader.m_theContent.lookAt(m_text);
     }
 }
 

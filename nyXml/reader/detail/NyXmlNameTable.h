@@ -5,12 +5,24 @@
 
 #include <nyXml/core/NyToken.h>
 #include <nyXml/core/detail/NyShortText.h>
+#include <nyXml/reader/detail/NyXmlTagText.h>
 
 #include <array>
 #include <cstddef>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
+
+/// A name of a document as a token, and the names that came behind it the last time: documents repeat themselves, so that comparing
+/// with those is as a rule all that it takes to know what stands there.
+struct NyXmlName {
+    NyToken token; ///< without a namespace
+    /// What came behind the start tag of this name, by the event that was the last before it: its first child, its next sibling, what
+    /// stands behind the element around it. Null if nothing is known.
+    std::array<NyXmlName*, 6> elements{};
+    NyXmlName* attribute = nullptr; ///< the first of the element, or the one behind the attribute, of this name
+};
 
 /// The names that come again and again in a document, as tokens. A part of NyXmlFileReader, of no use to others.
 ///
@@ -20,27 +32,55 @@
 class NyXmlNameTable {
 public:
     NyXmlNameTable() = default;
-    NyXmlNameTable(NyXmlNameTable const&) = delete; // tokens are referred to by address
+    NyXmlNameTable(NyXmlNameTable const&) = delete; // names are referred to by address
     NyXmlNameTable& operator=(NyXmlNameTable const&) = delete;
 
-    /// \return the token of this local name, without a namespace; null if there is no place for it
-    NyToken const* token(std::string_view name)
+    /// Takes the name that stands at a place in a text with a zero byte behind it. Hot: once for each tag and each attribute.
+    /// \param expected  is compared first, and becomes what was found; may be null
+    /// \return null if there is no place for it
+    NyXmlName* take(char const*& at, char const* end, NyXmlName*& expected, NyXmlTagText::Table const& ends)
+    {
+        if (expected != nullptr) {
+            std::string_view const name = expected->token.localName();
+            if (static_cast<std::size_t>(end - at) >= name.size() && ends[static_cast<unsigned char>(at[name.size()])] &&
+                NyShortText::same(name, { at, name.size() })) {
+                at += name.size();
+                return expected;
+            }
+        }
+        char const* const start = std::exchange(at, NyXmlTagText::skipTo(ends, at));
+        NyXmlName* const found = find({ start, static_cast<std::size_t>(at - start) });
+        return found != nullptr ? expected = found : nullptr;
+    }
+
+    /// \return the name; null if there is no place for it
+    NyXmlName* find(std::string_view name)
     {
         if (name.empty() || name.size() > longestName)
             return nullptr;
         auto const byte = [name](std::size_t i) { return static_cast<std::size_t>(static_cast<unsigned char>(name[i])); };
         std::size_t const place = name.size() + 5 * byte(0) + 33 * byte(name.size() / 2) + 129 * byte(name.size() - 1);
         for (std::size_t way = 0; way != 2; ++way) {
-            std::unique_ptr<NyToken>& entry = m_tokens[(place + way) % places];
+            std::unique_ptr<NyXmlName>& entry = m_names[(place + way) % places];
             if (!entry) {
-                entry = std::make_unique<NyToken>(std::string(), std::string(name));
+                entry.reset(new NyXmlName{ NyToken(std::string(), std::string(name)) });
                 ++m_count;
             }
-            if (NyShortText::same(entry->localName(), name))
+            if (NyShortText::same(entry->token.localName(), name))
                 return entry.get();
         }
         return nullptr;
     }
+
+    /// The same as a token, null if there is no place.
+    NyToken const* token(std::string_view name)
+    {
+        NyXmlName const* const found = find(name);
+        return found != nullptr ? &found->token : nullptr;
+    }
+
+    /// Stands for what comes before a document's first name, and for names without a place.
+    NyXmlName& noName() noexcept { return m_noName; }
 
     /// Whether names of another document would hardly find a place.
     bool isCrowded() const noexcept { return m_count > places / 2; }
@@ -49,7 +89,8 @@ private:
     static constexpr std::size_t places = 128;
     static constexpr std::size_t longestName = 64;
 
-    std::array<std::unique_ptr<NyToken>, places> m_tokens;
+    std::array<std::unique_ptr<NyXmlName>, places> m_names;
+    NyXmlName m_noName;
     std::size_t m_count = 0;
 };
 

@@ -23,10 +23,49 @@ constexpr Table tableOf(std::string_view characters)
     return table;
 }
 inline constexpr Table endsBareName = tableOf({ "\0 \t\n\r#:/>!?", 11 }); // the zero byte is the one behind the block
+inline constexpr Table endsBareAttributeName = tableOf({ "\0 \t\n\r=:/>#'\"", 11 });
+inline constexpr Table endsPlainValue = tableOf({ "\0'\"#>", 5 }); // a `>` ends the tag, a `#` splits the value
 inline constexpr Table endsElementName = tableOf(" \t\n\r#:");
 inline constexpr Table endsLocalElementName = tableOf(" \t\n\r#");
 inline constexpr Table endsAttributeName = tableOf(" \t\n\r=:");
 inline constexpr Table endsLocalAttributeName = tableOf(" \t\n\r=");
+
+// A walk from place to place needs no look at the end of the block, for there is a zero byte, which ends each of them.
+
+inline char const* skipWhite(char const* at) noexcept
+{
+    while (NyWhiteSpace::is(*at))
+        ++at;
+    return at;
+}
+
+inline char const* skipTo(Table const& table, char const* at) noexcept
+{
+    while (!table[static_cast<unsigned char>(*at)])
+        ++at;
+    return at;
+}
+
+/// Steps over a value in quotes. \param value  what is between them, less what is up to a `#`.
+/// \return false if it does not begin here, or if the tag or the block ends before it does
+inline bool takeQuoted(char const*& at, std::string_view& value) noexcept
+{
+    char const quote = *at;
+    if (quote != '"' && quote != '\'')
+        return false;
+    char const* const start = ++at;
+    char const* first = start;
+    while (*(at = skipTo(endsPlainValue, at)) != quote) {
+        if (*at == '>' || *at == '\0')
+            return false;
+        if (*at == '#' && first == start)
+            first = at + 1;
+        ++at;
+    }
+    value = { first, static_cast<std::size_t>(at - first) };
+    ++at;
+    return true;
+}
 
 /// text.size() if there is none.
 inline std::size_t findAny(Table const& table, std::string_view text, std::size_t from = 0)

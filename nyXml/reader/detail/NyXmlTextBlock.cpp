@@ -3,6 +3,7 @@
 #include <nyXml/core/detail/NyLargePages.h>
 #include <nyXml/core/detail/NyWhiteSpace.h>
 #include <nyXml/reader/detail/NyXmlAttributeList.h>
+#include <nyXml/reader/detail/NyXmlContent.h>
 
 #include <algorithm>
 #include <cstring>
@@ -52,9 +53,10 @@ struct SpareBlockGuard {
 
 } // namespace
 
-NyXmlTextBlock::NyXmlTextBlock(std::istream& stream, NyXmlAttributeList& lookers)
+NyXmlTextBlock::NyXmlTextBlock(std::istream& stream, NyXmlAttributeList& attributes, NyXmlContent& content)
     : m_theStream(&stream),
-      m_lookers(&lookers),
+      m_attributes(&attributes),
+      m_content(&content),
       m_theBlock(std::exchange(spareBlock, nullptr)),
       m_capacity(usualCapacity)
 {
@@ -131,7 +133,7 @@ void NyXmlTextBlock::jumpToStart()
     if (m_isHandedOutInBlock) {
         countLines();
         std::string const whole = withHandedOut(text().substr(m_start));
-        m_lookers->own();
+        tellLookers();
         m_theIndex = m_start = m_counted = m_size; // nothing is left of the old text
         makeRoom(whole.size());
         std::memcpy(m_theBlock.get(), whole.data(), whole.size() + 1);
@@ -146,6 +148,7 @@ bool NyXmlTextBlock::readBlock(bool wholeBlock)
 {
     if (isUsedUp()) {
         countLines();
+        tellLookers();
         m_size = m_theIndex = m_counted = m_newline = 0;
         m_theBlock[0] = '\0';
     }
@@ -175,10 +178,16 @@ bool NyXmlTextBlock::readBlock(bool wholeBlock)
     return length != 0;
 }
 
+void NyXmlTextBlock::tellLookers()
+{
+    m_attributes->own();
+    m_content->own();
+}
+
 // Before text is added: what was given up goes if the block is full, and nobody may look into it any more.
 void NyXmlTextBlock::makeRoom(std::size_t size)
 {
-    m_lookers->own();
+    tellLookers();
     if (m_size + size <= m_capacity)
         return;
     countLines();

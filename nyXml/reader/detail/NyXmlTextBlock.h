@@ -13,6 +13,7 @@
 #include <vector>
 
 class NyXmlAttributeList;
+class NyXmlContent;
 
 /// The text of a stream that is in hand: one block, a cursor in it, refills and the line count. A part of NyXmlFileReader, of no use to
 /// others.
@@ -23,8 +24,8 @@ class NYXML_EXPORT NyXmlTextBlock {
 public:
     static constexpr std::size_t none = std::string::npos;
 
-    /// \param lookers  attributes whose texts stand in the block: they are told to own them when it is about to change
-    NyXmlTextBlock(std::istream& stream, NyXmlAttributeList& lookers);
+    /// \param attributes, content  their texts may stand in the block: they are told to own them when it is about to change
+    NyXmlTextBlock(std::istream& stream, NyXmlAttributeList& attributes, NyXmlContent& content);
     ~NyXmlTextBlock();
     NyXmlTextBlock(NyXmlTextBlock const&) = delete;
     /// Takes over text, cursor and lines. The stream stays its own.
@@ -45,6 +46,7 @@ public:
     /// Moves the cursor forwards over text that counts. How far that is counted is nobody's business until somebody asks for the line
     /// or the text goes.
     void moveToIndex(std::size_t index) noexcept { m_theIndex = index; }
+    void moveTo(char const* at) noexcept { m_theIndex = static_cast<std::size_t>(at - m_theBlock.get()); }
     void moveToBlockEnd() noexcept { m_theIndex = none; }
     /// Moves the cursor forwards over text that does not count, or backwards: text that is read again counts again.
     void jumpTo(std::size_t index);
@@ -94,10 +96,12 @@ public:
 
 private:
     void countLines() const;
+    void tellLookers();
     void makeRoom(std::size_t size);
 
     std::istream* m_theStream;
-    NyXmlAttributeList* m_lookers;
+    NyXmlAttributeList* m_attributes;
+    NyXmlContent* m_content;
     std::unique_ptr<char[]> m_theBlock;
     std::size_t m_capacity; ///< less the zero byte
     std::size_t m_size = 0;
