@@ -26,13 +26,17 @@ std::string aside(Random& random)
 
 void addElement(Random& random, std::string& document, int depth)
 {
-    std::string const name = oneOf(random, { "a", "b", "x:a", "p:q:r", "u#n", "a-name-too-long-for-a-short-string" });
+    std::string const name = oneOf(random, { "a", "a", "b", "ab", "eight-by", "eight-bytes", "eight-bytez", "x:a", "p:q:r", "u#n",
+                                             "a-name-too-long-for-a-short-string" });
     document += "<" + name;
     for (auto count = random() % 4; count != 0; --count) {
         std::string const quote = oneOf(random, { "'", "\"" });
-        document += oneOf(random, { " ", "\n" }) + oneOf(random, { "b", "c", "x:b", "xmlns", "xmlns:x", "xsi:t" }) +
-                    oneOf(random, { "=", " = " }) + quote +
-                    oneOf(random, { "1", "", "a#b", "p q", "two\nlines", NyXmlFileReader::m_schemaInstanceNamespace }) + quote;
+        document +=
+            oneOf(random, { " ", "\n" }) + oneOf(random, { "b", "c", "cc", "x:b", "xmlns", "xmlns:x", "xmlnsx", "xsi:t" }) +
+            oneOf(random, { "=", " = " }) + quote +
+            oneOf(random,
+                  { "1", "", "a#b", "a#b#c", "'", "\"", "p q", "two\nlines", NyXmlFileReader::m_schemaInstanceNamespace }) +
+            quote;
     }
     auto const shape = random() % 10;
     document += shape == 0 ? "/>" : ">";
@@ -67,6 +71,12 @@ std::string generated(Random& random)
 {
     std::string document = oneOf(random, { "", "<?xml version='1.0'?>\n" });
     addElement(random, document, 0);
+    if (random() % 64 == 0) { // more names than a reader remembers, twice
+        std::string names;
+        for (int i = 0; i != 700; ++i)
+            names += "<n" + std::to_string(i % 350) + " k" + std::to_string(i % 350) + "='1'/>" + std::string(i % 350 == 0, '\n');
+        document = "<" + std::string(70, 'n') + ">" + names + "</" + std::string(70, 'n') + ">";
+    }
     if (random() % 4 != 0)
         damage(random, document);
     if (random() % 4 == 0) // brings the end of the first read into the document

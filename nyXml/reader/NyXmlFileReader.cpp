@@ -175,6 +175,26 @@ void NyXmlFileReader::findWay() const
 
 NyXmlFileReader::XML_READER_MODE NyXmlFileReader::readXml()
 {
+    switch (m_theMode) { // what leaving this event asks for
+    case XML_READER_START_TAG:
+        m_theContent.clear();
+        m_theContentVectorFlag = false;
+        break;
+    case XML_READER_EMPTY_TAG:
+        if (!m_theElementStack.empty())
+            m_theElementStack.pop();
+        break;
+    case XML_READER_ERROR: warnMessage("error mode encountered."); return XML_READER_ERROR;
+    case XML_READER_EOF: return anyEvent();
+    case XML_READER_END_TAG:
+    case XML_READER_CONTENT: break;
+    }
+    return way() == Way::IN_PLACE ? everydayEvent() : anyEvent();
+}
+
+// The step to the next event, and whether that may follow this one.
+NyXmlFileReader::XML_READER_MODE NyXmlFileReader::anyEvent()
+{
     // What may not follow each event, and the complaint if it does. Indexed by XML_READER_MODE; bit(m) is 1u << m.
     struct Follower {
         unsigned int m_refused;
@@ -190,22 +210,6 @@ NyXmlFileReader::XML_READER_MODE NyXmlFileReader::readXml()
         /* CONTENT   */ { bit(XML_READER_CONTENT), contentAfterTag },
     };
 
-    switch (m_theMode) { // what leaving this event asks for
-    case XML_READER_START_TAG:
-        m_theContent.clear();
-        m_theContentVectorFlag = false;
-        break;
-    case XML_READER_EMPTY_TAG:
-        if (!m_theElementStack.empty())
-            m_theElementStack.pop();
-        break;
-    case XML_READER_ERROR: warnMessage("error mode encountered."); return XML_READER_ERROR;
-    case XML_READER_EOF:
-    case XML_READER_END_TAG:
-    case XML_READER_CONTENT: break;
-    }
-    if (m_theMode != XML_READER_EOF && way() == Way::IN_PLACE && everydayEventInPlace())
-        return m_theMode;
     Follower const& rule = followers[m_theMode];
     m_theMode = way() == Way::IN_PLACE ? nextEventInPlace() : nextEvent();
     return (rule.m_refused & bit(m_theMode)) != 0 ? fault(rule.m_complaint) : m_theMode;

@@ -288,20 +288,21 @@ private:
     static std::array<std::uintptr_t, 3> functionsOf(NyXmlFileReader const& reader);
 
     // The events where they stand in the block (NyXmlFileReaderInPlace.cpp).
-    bool everydayEventInPlace();
-    bool everydayEndTag(char const* at, char const* end, std::string_view content);
-    bool everydayStartTag(char const* at, char const* end);
-    char const* everydayAttributes(char const* at, char const* end, NyXmlName& element);
+    XML_READER_MODE everydayEvent();
+    XML_READER_MODE everydayText(char const* text);
+    XML_READER_MODE everydayEndTag(char const* at, std::string_view content);
+    XML_READER_MODE everydayStartTag(char const* at);
     XML_READER_MODE nextEventInPlace();
     XML_READER_MODE walkInPlace(bool& isEndOfRun);
     std::size_t findTagInPlace(std::size_t& white);
     XML_READER_MODE tagInPlace(std::string_view tag, bool& isSkipped);
     bool endTagInPlace(std::string_view tag);
     bool startTagInPlace(std::string_view tag);
-    void openElementInPlace(std::string_view name, bool isBare, std::string_view attributes);
+    void openElement(std::string_view name, bool isBare);
     bool attributesInPlace(std::string_view text);
 
     // What both ways share.
+    XML_READER_MODE anyEvent();
     XML_READER_MODE endInText(bool isText);
     XML_READER_MODE textOutOfPlace();
     XML_READER_MODE endInTag();

@@ -144,7 +144,7 @@ bool NyXmlFileReader::takeEntry(std::string_view& key, std::string_view& value)
         !tags.take(value) || !tags.skip("</value>") || !tags.skip("</element>"))
         return false;
     // What the events would have left behind.
-    m_theElementStack.push("element", true, m_theNames->token("element"));
+    openElement("element", true);
     m_theElementStack.pop();
     m_theNumOfAttributes = 0;
     m_theContent.lookAt(value);

@@ -27,86 +27,109 @@ bool endsWith(std::string_view text, std::string_view end)
     return text.size() >= end.size() && text.substr(text.size() - end.size()) == end;
 }
 
+/// An everyday start tag, looked at in one pass where it stands: `name a="1" b="2">` or the same with `/>`.
+struct StartTag {
+    std::string_view name;
+    NyXmlName* known = nullptr; ///< null if there was no place for the name
+    char const* end = nullptr;  ///< behind the `>`
+
+    bool isEmpty() const { return end[-2] == '/'; }
+
+    /// Hot: once for each element. The tag is odd, or not whole in the block, if false: nobody looks at it then.
+    /// \param expected    the name that will probably come
+    /// \param attributes  are taken in
+    bool take(char const* at, NyXmlName*& expected, NyXmlNameTable& names, NyXmlAttributeList& attributes)
+    {
+        char const* const start = at;
+        known = names.take(at, expected, endsBareName);
+        name = { start, static_cast<std::size_t>(at - start) };
+        if (name.empty() || !endsNameOfTag[static_cast<unsigned char>(*at)])
+            return false;
+        for (NyXmlName* last = known; *at != '>';) {
+            at = skipWhite(at);
+            if (*at == '/' && at[1] == '>')
+                ++at;
+            if (*at == '>')
+                break;
+            last = takeAttribute(at, last != nullptr ? *last : names.noName(), names, attributes);
+            if (at == nullptr)
+                return false;
+        }
+        end = at + 1;
+        return true;
+    }
+
+private:
+    /// \param at  becomes the place behind it, null for an odd one. \return its name if there is a place for it
+    static NyXmlName* takeAttribute(char const*& at, NyXmlName& last, NyXmlNameTable& names, NyXmlAttributeList& attributes)
+    {
+        char const* const start = at;
+        NyXmlName* const known = names.take(at, last.attribute, endsBareAttributeName);
+        std::string_view const name(start, static_cast<std::size_t>(at - start));
+        std::string_view value;
+        if (name.empty() || *at != '=' || beginsWith(name, "xmlns") || !takeQuoted(++at, value))
+            at = nullptr;
+        else
+            attributes.add(name, value, known != nullptr ? &known->token : nullptr);
+        return known;
+    }
+};
+
 } // namespace
 
 // Hot: nearly all tags and texts of a document, those that are whole in the block and written as plainly as can be: <name>, </name>, texts
-// that end at the end tag of their element, tags with attributes. False, and nothing has changed, for all others.
-bool NyXmlFileReader::everydayEventInPlace()
+// that end at the end tag of their element, tags with attributes. Every other goes, before anything has changed, to anyEvent().
+NyXmlFileReader::XML_READER_MODE NyXmlFileReader::everydayEvent()
 {
     if (m_theBlock.isUsedUp())
-        return false;
-    std::string_view const rest = m_theBlock.rest();
-    char const* const text = skipWhite(rest.data());
-    char const* const end = rest.data() + rest.size();
-    if (*text == '<')
-        return text[1] == '/' ? everydayEndTag(text + 2, end, {}) : everydayStartTag(text + 1, end);
-    if (m_theMode != XML_READER_START_TAG)
-        return false;
-    auto const* const open = static_cast<char const*>(std::memchr(text, '<', static_cast<std::size_t>(end - text)));
-    return open != nullptr && open[1] == '/' &&
-           everydayEndTag(open + 2, end, withoutWhiteEnd({ text, static_cast<std::size_t>(open - text) }));
+        return anyEvent();
+    char const* const at = skipWhite(m_theBlock.text().data() + m_theBlock.index());
+    if (*at != '<')
+        return m_theMode == XML_READER_START_TAG ? everydayText(at) : anyEvent();
+    return at[1] == '/' ? everydayEndTag(at + 2, {}) : everydayStartTag(at + 1);
+}
+
+NyXmlFileReader::XML_READER_MODE NyXmlFileReader::everydayText(char const* text)
+{
+    auto const* const open = static_cast<char const*>(std::memchr(text, '<', m_theBlock.sizeFrom(text)));
+    if (open == nullptr || open[1] != '/')
+        return anyEvent();
+    return everydayEndTag(open + 2, withoutWhiteEnd({ text, static_cast<std::size_t>(open - text) }));
 }
 
 // The end tag of the innermost element, from its name on. \param content  the text in front of it, empty if there is none
-bool NyXmlFileReader::everydayEndTag(char const* at, char const* end, std::string_view content)
+NyXmlFileReader::XML_READER_MODE NyXmlFileReader::everydayEndTag(char const* at, std::string_view content)
 {
-    std::string_view const name = m_theElementStack.bareName();
-    if (name.empty() || static_cast<std::size_t>(end - at) <= name.size() || at[name.size()] != '>' ||
-        !NyShortText::same(name, { at, name.size() }))
-        return false;
-    m_theBlock.moveTo(at + name.size() + 1);
+    NyXmlName const* const name = m_theElementStack.bareName();
+    if (name == nullptr || !name->pattern.isAt(at) || at[name->pattern.size()] != '>')
+        return anyEvent();
+    m_theBlock.moveTo(at + name->pattern.size() + 1);
     m_theElementStack.pop();
-    m_theMode = XML_READER_END_TAG;
-    if (!content.empty()) {
-        m_theContent.lookAt(content);
-        m_theMode = XML_READER_CONTENT;
-    }
-    return true;
+    if (content.empty())
+        return m_theMode = XML_READER_END_TAG;
+    m_theContent.lookAt(content);
+    return m_theMode = XML_READER_CONTENT;
 }
 
-// A start tag, from its name on.
-bool NyXmlFileReader::everydayStartTag(char const* at, char const* end)
+// From its name on.
+NyXmlFileReader::XML_READER_MODE NyXmlFileReader::everydayStartTag(char const* at)
 {
     if (m_theAttributes.remaining() != 0)
-        return false; // somebody is to be warned of them
-    char const* nameEnd = at;
-    NyXmlName* const known = m_theNames->take(nameEnd, end, m_theLastElement->elements[m_theMode], endsBareName);
-    std::string_view const name(at, static_cast<std::size_t>(nameEnd - at));
-    if (name.empty() || (*nameEnd != '>' && *nameEnd != '/' && !NyWhiteSpace::is(*nameEnd)))
-        return false;
-    NyXmlName& element = known != nullptr ? *known : m_theNames->noName();
-    char const* const tagEnd = everydayAttributes(nameEnd, end, element);
-    if (tagEnd == nullptr)
-        return false;
-    m_theBlock.moveTo(tagEnd);
-    m_theElementStack.push(name, true, known != nullptr ? &known->token : nullptr);
-    m_theLastElement = &element;
-    m_theNumOfAttributes = static_cast<unsigned int>(m_theAttributes.remaining());
-    m_theMode = tagEnd[-2] == '/' ? XML_READER_EMPTY_TAG : XML_READER_START_TAG;
-    return true;
-}
-
-// ` a="1" b="2">` or ` a="1"/>`. \return behind the tag; null for one that is odd or not whole in the block
-char const* NyXmlFileReader::everydayAttributes(char const* at, char const* end, NyXmlName& element)
-{
+        return anyEvent(); // somebody is to be warned of them
     m_theAttributes.clear();
-    NyXmlName* last = &element;
-    for (at = skipWhite(at); *at != '>'; at = skipWhite(at)) {
-        if (*at == '/' && at[1] == '>')
-            return at + 2;
-        char const* const start = at;
-        NyXmlName* const known = m_theNames->take(at, end, last->attribute, endsBareAttributeName);
-        std::string_view const name(start, static_cast<std::size_t>(at - start));
-        bool const isEveryday = !name.empty() && *at == '=' && !beginsWith(name, "xmlns");
-        std::string_view value;
-        if (!isEveryday || !takeQuoted(++at, value)) {
-            m_theAttributes.clear();
-            return nullptr;
-        }
-        m_theAttributes.add(name, value, known != nullptr ? &known->token : nullptr);
-        last = known != nullptr ? known : &m_theNames->noName();
+    StartTag tag;
+    if (!tag.take(at, m_theLastElement->elements[m_theMode], *m_theNames, m_theAttributes)) {
+        m_theAttributes.clear();
+        return anyEvent();
     }
-    return at + 1;
+    m_theBlock.moveTo(tag.end);
+    if (tag.known != nullptr)
+        m_theElementStack.push(*tag.known);
+    else
+        m_theElementStack.pushCopy(tag.name);
+    m_theLastElement = tag.known != nullptr ? tag.known : &m_theNames->noName();
+    m_theNumOfAttributes = static_cast<unsigned int>(m_theAttributes.remaining());
+    return m_theMode = tag.isEmpty() ? XML_READER_EMPTY_TAG : XML_READER_START_TAG;
 }
 
 NyXmlFileReader::XML_READER_MODE NyXmlFileReader::nextEventInPlace()
@@ -248,25 +271,32 @@ bool NyXmlFileReader::startTagInPlace(std::string_view tag)
     Name const name = elementName(text);
     if (name.end == 0)
         return false;
-    openElementInPlace(name.local, name.local.find(':') == none, text.substr(name.end));
-    return true;
-}
-
-void NyXmlFileReader::openElementInPlace(std::string_view name, bool isBare, std::string_view attributes)
-{
     dropAttributes();
-    m_theElementStack.push(name, isBare, m_theNames->token(name));
-    m_theLastElement = &m_theNames->noName();
-    attributes.remove_prefix(NyWhiteSpace::findBlack(attributes));
+    openElement(name.local, name.local.find(':') == none);
+    std::string_view const attributes = text.substr(NyWhiteSpace::findBlack(text, name.end));
     if (!attributes.empty() && !attributesInPlace(attributes)) {
         // From the bad attribute on, the plain way; until all is well the element goes by the name of the one around it.
         NyToken const element = m_theElementStack.top();
         m_theElementStack.unname();
         if (!parseAttributes(m_theLine))
-            return;
+            return true;
         m_theElementStack.name(element);
     }
     m_theNumOfAttributes = static_cast<unsigned int>(m_theAttributes.remaining());
+    return true;
+}
+
+// \param isBare  whether there is no `:` in the name
+void NyXmlFileReader::openElement(std::string_view name, bool isBare)
+{
+    NyXmlName* const known = m_theNames->find(name);
+    if (known == nullptr)
+        m_theElementStack.pushCopy(name);
+    else if (isBare)
+        m_theElementStack.push(*known);
+    else
+        m_theElementStack.push(known->token);
+    m_theLastElement = known != nullptr ? known : &m_theNames->noName();
 }
 
 // name="value" ... without white space at the bounds. False at an attribute that is not well formed: m_theLine is the text from there on.

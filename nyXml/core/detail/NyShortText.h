@@ -48,6 +48,42 @@ inline bool same(std::string_view one, std::string_view other) noexcept
     return sameWord<std::uint64_t>(a + last64, b + last64);
 }
 
+/// What a text has behind its end, all zero bytes, if it is looked at eight bytes at a time.
+inline constexpr std::size_t zerosNeeded = sizeof(std::uint64_t);
+
+/// A name that is looked for at one place after the other: most are told by one comparison of eight bytes.
+class Pattern {
+public:
+    Pattern() = default;
+    /// \param name  holds no zero byte and outlives the pattern
+    explicit Pattern(std::string_view name) noexcept : m_name(name)
+    {
+        static constexpr unsigned char ones[] = { 255, 255, 255, 255, 255, 255, 255, 255 };
+        std::size_t const size = name.size() < sizeof m_head ? name.size() : sizeof m_head;
+        if (size == 0)
+            return;
+        std::memcpy(&m_head, name.data(), size);
+        std::memcpy(&m_mask, ones, size);
+    }
+
+    std::size_t size() const noexcept { return m_name.size(); }
+
+    /// \param place  in a text with zerosNeeded zero bytes behind it
+    bool isAt(char const* place) const noexcept
+    {
+        std::uint64_t head;
+        std::memcpy(&head, place, sizeof head);
+        if (((head ^ m_head) & m_mask) != 0)
+            return false;
+        return m_name.size() <= sizeof head || same(m_name, { place, m_name.size() }); // which stops at the zeros
+    }
+
+private:
+    std::string_view m_name;
+    std::uint64_t m_head = 0;
+    std::uint64_t m_mask = 0;
+};
+
 } // namespace NyShortText
 
 #endif

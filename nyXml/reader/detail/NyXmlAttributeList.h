@@ -52,7 +52,8 @@ public:
     /// \param token  the name as a token that outlives the tag; null to have one made should somebody ask
     void add(std::string_view name, std::string_view value, NyToken const* token)
     {
-        m_isSorted = m_isSorted && (m_entries.empty() || compare(m_entries.back().m_name, name) < 0);
+        if (!m_entries.empty() && compare(m_entries.back().m_name, name) >= 0)
+            m_isSorted = false;
         m_entries.push_back({ name, value, token, nullptr, false, false });
         ++m_remaining;
     }

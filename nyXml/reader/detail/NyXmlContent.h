@@ -36,8 +36,9 @@ public:
     /// The same as a string, which may be changed. Those who want it pay for what was cut off.
     std::string& string()
     {
-        own();
-        if (m_start != 0)
+        if (m_isInBlock)
+            assign(m_inBlock);
+        else if (m_start != 0)
             m_string.erase(0, std::exchange(m_start, 0));
         return m_string;
     }

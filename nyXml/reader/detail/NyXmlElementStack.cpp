@@ -2,6 +2,15 @@
 
 #include <nyXml/reader/detail/NyXmlElementStack.h>
 
+NyXmlElementStack::Record& NyXmlElementStack::newRecord()
+{
+    m_records.push_back(std::make_unique<Record>());
+    Record& made = *m_records.back();
+    made.m_outer = m_top;
+    (m_top != nullptr ? m_top->m_inner : m_outermost) = &made;
+    return made;
+}
+
 void NyXmlElementStack::push()
 {
     grow();
@@ -11,9 +20,8 @@ void NyXmlElementStack::push()
 void NyXmlElementStack::unname()
 {
     assert(m_depth != 0);
-    Record const* const parent = m_depth > 1 ? m_records[m_depth - 2].get() : nullptr;
+    Record const* const parent = m_top->m_outer;
     name(parent != nullptr ? *parent->m_name : NyToken());
-    m_top->m_isBare = parent != nullptr && parent->m_isBare;
 }
 
 void NyXmlElementStack::name(NyToken const& token)
@@ -21,7 +29,7 @@ void NyXmlElementStack::name(NyToken const& token)
     assert(m_depth != 0);
     m_top->m_theElement = token;
     m_top->m_name = &m_top->m_theElement;
-    m_top->m_isBare = !token.empty() && token.namespaceName().empty() && token.localName().find(':') == std::string::npos;
+    m_top->m_bareName = nullptr;
 }
 
 std::vector<NyToken> NyXmlElementStack::names() const
@@ -34,12 +42,13 @@ std::vector<NyToken> NyXmlElementStack::names() const
 }
 
 // The record's own token serves again: of a row of equals it stays as it is.
-NyToken const& NyXmlElementStack::ownToken(Record& record, std::string_view localName)
+void NyXmlElementStack::pushCopy(std::string_view localName)
 {
-    NyToken& token = record.m_theElement;
+    NyToken& token = grow().m_theElement;
     if (!token.namespaceName().empty() || token.localName() != localName)
         token = NyToken(std::string(), std::string(localName));
-    return token;
+    m_top->m_name = &token;
+    m_top->m_bareName = nullptr;
 }
 
 void NyXmlElementStack::forgetDeclarations() noexcept
@@ -69,16 +78,13 @@ NyXmlElementStack& NyXmlElementStack::operator=(NyXmlElementStack const& other)
 {
     if (this == &other)
         return *this;
-    m_records.clear();
+    clear();
     for (std::size_t depth = 0; depth != other.m_depth; ++depth) {
         Record const& record = *other.m_records[depth];
-        m_records.push_back(std::make_unique<Record>());
-        m_records.back()->m_theElement = *record.m_name; // the other's tokens do not outlive the other
-        m_records.back()->m_declarations = record.m_declarations;
-        m_records.back()->m_isBare = record.m_isBare;
+        grow();
+        name(*record.m_name); // the other's tokens do not outlive the other
+        m_top->m_declarations = record.m_declarations;
     }
-    m_depth = other.m_depth;
-    m_top = m_depth != 0 ? m_records.back().get() : nullptr;
     m_theNamespaces = other.m_theNamespaces;
     m_declared = other.m_declared;
     return *this;

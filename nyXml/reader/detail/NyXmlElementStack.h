@@ -5,6 +5,7 @@
 
 #include <nyXml/core/NyToken.h>
 #include <nyXml/platform/NyXmlExport.h>
+#include <nyXml/reader/detail/NyXmlNameTable.h>
 
 #include <cassert>
 #include <cstddef>
@@ -37,24 +38,28 @@ public:
     /// The names of the open elements, outermost first.
     std::vector<NyToken> names() const;
 
-    /// The innermost element's name if an end tag of exactly these bytes closes it; empty if that takes a closer look.
-    std::string_view bareName() const noexcept
-    {
-        return m_depth != 0 && m_top->m_isBare ? std::string_view(m_top->m_name->localName()) : std::string_view();
-    }
+    /// The innermost element's name if an end tag of exactly its bytes closes it; null if that takes a closer look.
+    NyXmlName const* bareName() const noexcept { return m_depth != 0 ? m_top->m_bareName : nullptr; }
 
     /// Opens an element that is as yet nameless: it goes by the name of the one around it.
     void push();
 
-    /// Opens an element of this local name. Hot: once for every element.
-    /// \param isBare  whether there is no `:` in it
-    /// \param token   the same as a token that outlives the element; null to keep a copy
-    void push(std::string_view localName, bool isBare, NyToken const* token)
+    /// Opens an element of this name, which outlives it. Hot: once for every element.
+    void push(NyXmlName const& name)
     {
         Record& record = grow();
-        record.m_isBare = isBare && !localName.empty();
-        record.m_name = token != nullptr ? token : &ownToken(record, localName);
+        record.m_name = &name.token;
+        record.m_bareName = &name;
     }
+    /// The same of a name that takes a closer look at the end tag.
+    void push(NyToken const& name)
+    {
+        Record& record = grow();
+        record.m_name = &name;
+        record.m_bareName = nullptr;
+    }
+    /// The same with a copy.
+    void pushCopy(std::string_view localName);
 
     /// Takes the name off the innermost element, as if it had been opened without.
     void unname();
@@ -67,11 +72,12 @@ public:
         assert(m_depth != 0);
         if (m_top->m_declarations != 0)
             forgetDeclarations();
-        m_top = --m_depth != 0 ? m_records[m_depth - 1].get() : nullptr;
+        --m_depth;
+        m_top = m_top->m_outer;
     }
 
     /// The element that was popped last, as long as no other was opened since.
-    NyToken const& popped() const noexcept { return *m_records[m_depth]->m_name; }
+    NyToken const& popped() const noexcept { return *inner()->m_name; }
 
     /// The text that a prefix is bound to, null if it is free.
     std::string const* binding(std::string const& prefix) const;
@@ -90,6 +96,7 @@ public:
         m_records.swap(other.m_records);
         std::swap(m_depth, other.m_depth);
         std::swap(m_top, other.m_top);
+        std::swap(m_outermost, other.m_outermost);
         m_theNamespaces.swap(other.m_theNamespaces);
         m_declared.swap(other.m_declared);
     }
@@ -101,26 +108,31 @@ public:
 
 private:
     struct Record {
+        Record* m_outer; ///< of the element around it
+        Record* m_inner = nullptr;
         NyToken const* m_name = &m_theElement; ///< m_theElement, or what outlives it
         NyToken m_theElement;
         std::size_t m_declarations = 0; ///< how many at the end of m_declared are this element's
-        bool m_isBare = false;
+        NyXmlName const* m_bareName = nullptr;
     };
 
+    /// Of the next element, null if none was ever so deep.
+    Record* inner() const noexcept { return m_top != nullptr ? m_top->m_inner : m_outermost; }
     Record& grow()
     {
-        if (m_depth == m_records.size())
-            m_records.push_back(std::make_unique<Record>());
-        m_top = m_records[m_depth++].get();
+        Record* const next = inner();
+        m_top = next != nullptr ? next : &newRecord();
         m_top->m_declarations = 0;
+        ++m_depth;
         return *m_top;
     }
-    static NyToken const& ownToken(Record& record, std::string_view localName);
+    Record& newRecord();
     void forgetDeclarations() noexcept;
 
     std::vector<std::unique_ptr<Record>> m_records; ///< names handed out stay where they are when it grows
     std::size_t m_depth = 0;
     Record* m_top = nullptr;
+    Record* m_outermost = nullptr;
     std::map<std::string, std::string> m_theNamespaces;
     std::vector<std::string> m_declared; ///< the keys of m_theNamespaces in order of declaration
 };

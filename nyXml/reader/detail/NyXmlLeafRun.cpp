@@ -136,7 +136,7 @@ void NyXmlLeafRun::end()
     reader.m_theNumOfAttributes = static_cast<unsigned int>(m_attributeCount);
     if (m_isBehindLeafTag)
         reader.m_theElementStack.pop();
-    reader.m_theElementStack.push(m_name->localName(), true, m_name);
+    reader.m_theElementStack.push(*m_name);
     if (m_isText)
         reader.m_theElementStack.pop();
     if (isContentGone) {

@@ -17,7 +17,13 @@
 /// A name of a document as a token, and the names that came behind it the last time: documents repeat themselves, so that comparing
 /// with those is as a rule all that it takes to know what stands there.
 struct NyXmlName {
-    NyToken token; ///< without a namespace
+    NyXmlName() : NyXmlName(std::string_view()) {}
+    explicit NyXmlName(std::string_view name) : token(std::string(), std::string(name)), pattern(token.localName()) {}
+    NyXmlName(NyXmlName const&) = delete; // the pattern looks at the token
+    NyXmlName& operator=(NyXmlName const&) = delete;
+
+    NyToken const token; ///< without a namespace
+    NyShortText::Pattern const pattern;
     /// What came behind the start tag of this name, by the event that was the last before it: its first child, its next sibling, what
     /// stands behind the element around it. Null if nothing is known.
     std::array<NyXmlName*, 6> elements{};
@@ -35,18 +41,15 @@ public:
     NyXmlNameTable(NyXmlNameTable const&) = delete; // names are referred to by address
     NyXmlNameTable& operator=(NyXmlNameTable const&) = delete;
 
-    /// Takes the name that stands at a place in a text with a zero byte behind it. Hot: once for each tag and each attribute.
+    /// Takes the name that stands at a place in a reader's block. Hot: once for each tag and each attribute.
     /// \param expected  is compared first, and becomes what was found; may be null
     /// \return null if there is no place for it
-    NyXmlName* take(char const*& at, char const* end, NyXmlName*& expected, NyXmlTagText::Table const& ends)
+    NyXmlName* take(char const*& at, NyXmlName*& expected, NyXmlTagText::Table const& ends)
     {
-        if (expected != nullptr) {
-            std::string_view const name = expected->token.localName();
-            if (static_cast<std::size_t>(end - at) >= name.size() && ends[static_cast<unsigned char>(at[name.size()])] &&
-                NyShortText::same(name, { at, name.size() })) {
-                at += name.size();
-                return expected;
-            }
+        NyXmlName* const guess = expected;
+        if (guess != nullptr && guess->pattern.isAt(at) && ends[static_cast<unsigned char>(at[guess->pattern.size()])]) {
+            at += guess->pattern.size();
+            return guess;
         }
         char const* const start = std::exchange(at, NyXmlTagText::skipTo(ends, at));
         NyXmlName* const found = find({ start, static_cast<std::size_t>(at - start) });
@@ -63,7 +66,7 @@ public:
         for (std::size_t way = 0; way != 2; ++way) {
             std::unique_ptr<NyXmlName>& entry = m_names[(place + way) % places];
             if (!entry) {
-                entry.reset(new NyXmlName{ NyToken(std::string(), std::string(name)) });
+                entry = std::make_unique<NyXmlName>(name);
                 ++m_count;
             }
             if (NyShortText::same(entry->token.localName(), name))
@@ -86,7 +89,7 @@ public:
     bool isCrowded() const noexcept { return m_count > places / 2; }
 
 private:
-    static constexpr std::size_t places = 128;
+    static constexpr std::size_t places = 256;
     static constexpr std::size_t longestName = 64;
 
     std::array<std::unique_ptr<NyXmlName>, places> m_names;

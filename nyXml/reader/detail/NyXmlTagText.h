@@ -23,6 +23,7 @@ constexpr Table tableOf(std::string_view characters)
     return table;
 }
 inline constexpr Table endsBareName = tableOf({ "\0 \t\n\r#:/>!?", 11 }); // the zero byte is the one behind the block
+inline constexpr Table endsNameOfTag = tableOf(" \t\n\r/>");              // and not in an odd way
 inline constexpr Table endsBareAttributeName = tableOf({ "\0 \t\n\r=:/>#'\"", 11 });
 inline constexpr Table endsPlainValue = tableOf({ "\0'\"#>", 5 }); // a `>` ends the tag, a `#` splits the value
 inline constexpr Table endsElementName = tableOf(" \t\n\r#:");
@@ -32,18 +33,32 @@ inline constexpr Table endsLocalAttributeName = tableOf(" \t\n\r=");
 
 // A walk from place to place needs no look at the end of the block, for there is a zero byte, which ends each of them.
 
+/// As a rule there is the end of a line and an indentation, or nothing.
 inline char const* skipWhite(char const* at) noexcept
 {
+    if (*at == '\n')
+        ++at;
+    while (*at == ' ')
+        ++at;
     while (NyWhiteSpace::is(*at))
         ++at;
     return at;
 }
 
+/// Hot: once for each byte of an attribute's value. Four at a time take two thirds of the instructions.
 inline char const* skipTo(Table const& table, char const* at) noexcept
 {
-    while (!table[static_cast<unsigned char>(*at)])
-        ++at;
-    return at;
+    auto const isHere = [&table](char c) { return table[static_cast<unsigned char>(c)]; };
+    for (;; at += 4) {
+        if (isHere(at[0]))
+            return at;
+        if (isHere(at[1]))
+            return at + 1;
+        if (isHere(at[2]))
+            return at + 2;
+        if (isHere(at[3]))
+            return at + 3;
+    }
 }
 
 /// Steps over a value in quotes. \param value  what is between them, less what is up to a `#`.

@@ -35,11 +35,13 @@ public:
     /// A stream that fails is at its end.
     bool isStreamAtEnd() const;
 
-    /// With a zero byte behind it.
+    /// With NyShortText::zerosNeeded zero bytes behind it.
     std::string_view text() const noexcept { return { m_theBlock.get(), m_size }; }
     std::size_t index() const noexcept { return m_theIndex; }
     std::size_t start() const noexcept { return m_start; }
     bool isUsedUp() const noexcept { return m_theIndex >= m_size; }
+    /// How many bytes there are from a place in the text on.
+    std::size_t sizeFrom(char const* at) const noexcept { return static_cast<std::size_t>(m_theBlock.get() + m_size - at); }
     /// From the cursor on.
     std::string_view rest() const noexcept { return isUsedUp() ? std::string_view() : text().substr(m_theIndex); }
 
@@ -96,6 +98,8 @@ public:
 
 private:
     void countLines() const;
+    static std::unique_ptr<char[]> newBlock(std::size_t capacity);
+    void endWithZeros() noexcept;
     void tellLookers();
     void makeRoom(std::size_t size);
 
@@ -103,7 +107,7 @@ private:
     NyXmlAttributeList* m_attributes;
     NyXmlContent* m_content;
     std::unique_ptr<char[]> m_theBlock;
-    std::size_t m_capacity; ///< less the zero byte
+    std::size_t m_capacity; ///< less the zero bytes
     std::size_t m_size = 0;
     std::size_t m_theIndex = none;
     std::size_t m_start = 0;           ///< text before it is given up
