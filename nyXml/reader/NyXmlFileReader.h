@@ -200,6 +200,8 @@ public:
     /// What getAttributeValueFast() gives, without a copy, and with an end: false when the input holds no further text in double quotes.
     /// \param text  valid until the next call that reads
     bool takeAttributeText(std::string_view& text);
+    /// The number of that text, if it is an everyday one. False, and nothing has changed, for all others.
+    bool takeAttributeReal(double& number);
 
     /// Takes a whole entry of a map, `<element><key>text</key><value>text</value></element>`, and stands behind it as after its last event.
     ///

@@ -2,6 +2,7 @@
 
 #include <nyXml/reader/NyXmlFileReader.h>
 
+#include <nyXml/core/detail/NyRealWord.h>
 #include <nyXml/core/detail/NyWhiteSpace.h>
 
 namespace {
@@ -87,7 +88,21 @@ std::string const& NyXmlFileReader::getAttributeValueFast()
     return m_theValue;
 }
 
-// Hot: three times for every vector of a NyXmlVectorVector, benchmarks readPath. A text that is whole in the block is neither copied nor
+// Hot: three times for every vector of a NyXmlVectorVector, benchmarks readPath.
+bool NyXmlFileReader::takeAttributeReal(double& number)
+{
+    std::string_view const rest = m_theBlock.rest();
+    std::size_t const open = rest.find('"');
+    if (open == none)
+        return false;
+    char const* const close = nyTakeRealWord(rest.data() + open + 1, rest.data() + rest.size(), number);
+    if (close == nullptr || *close != '"')
+        return false;
+    m_theBlock.moveToIndex(m_theBlock.index() + static_cast<std::size_t>(close - rest.data()) + 1);
+    return true;
+}
+
+// Hot: for the other ones. A text that is whole in the block is neither copied nor
 // is anything counted now: the lines count later, since there is none inside the text.
 bool NyXmlFileReader::takeAttributeText(std::string_view& text)
 {

@@ -148,6 +148,7 @@ public:
 
     /// What getAttributeValueFast() would give. False at the end of the input, where that call does not return.
     bool takeAttributeText(std::string_view& text) { return m_theTop->takeAttributeText(text); }
+    bool takeAttributeReal(double& number) { return m_theTop->takeAttributeReal(number); }
 
     /// Takes a whole entry of a map that is written as plainly as can be. False, and nothing has changed, if readXml() has to look at it.
     bool takeEntry(std::string_view& key, std::string_view& value) { return m_theTop->takeEntry(key, value); }

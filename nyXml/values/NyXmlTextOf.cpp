@@ -103,7 +103,8 @@ void NyXmlText::appendDoubles(std::string_view words, std::vector<double>& value
             continue;
         }
         double value = 0.0;
-        if (char const* const wordEnd = nyTakeRealWord(at, end, value)) {
+        char const* const wordEnd = nyTakeRealWord(at, end, value);
+        if (wordEnd != nullptr && NyWhiteSpace::is(*wordEnd)) {
             values.push_back(value);
             at = wordEnd;
             continue;

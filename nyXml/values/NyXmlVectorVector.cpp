@@ -41,6 +41,8 @@ public:
     explicit NumbersInPlace(NyXmlReader& reader) : m_reader(reader) {}
     bool take(double& number)
     {
+        if (m_reader.takeAttributeReal(number))
+            return true;
         std::string_view text;
         bool const isThere = m_reader.takeAttributeText(text);
         number = NyXmlText::toDouble(text);

@@ -1,7 +1,5 @@
 #include <nyXml/core/detail/NyRealWord.h>
 
-#include <nyXml/core/detail/NyWhiteSpace.h>
-
 #ifdef __SSE2__ // of every processor of 64 bits whose bytes come in this order; elsewhere all words go the other way
 
 #include <emmintrin.h>
@@ -116,8 +114,8 @@ char const* nyTakeRealWord(char const* begin, char const* end, double& value) no
     std::uint32_t const places = size - point - 1;
     std::uint32_t const whole = point - sign;
     // A sign is there or not at random: a branch on it would be guessed wrong each other time.
-    bool const isOdd = (!NyWhiteSpace::is(begin[size])) | ((sign != 0) & (*begin != '-')) | (begin[point] != '.') |
-                       (whole - 1 >= mostWhole) | (places - 1 >= mostPlaces) | (whole + places > mostDigits);
+    bool const isOdd = ((sign != 0) & (*begin != '-')) | (begin[point] != '.') | (whole - 1 >= mostWhole) |
+                       (places - 1 >= mostPlaces) | (whole + places > mostDigits);
     if (isOdd)
         return nullptr;
     std::uint32_t const first = std::min(places, 8u);

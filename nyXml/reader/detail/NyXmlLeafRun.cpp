@@ -1,5 +1,6 @@
 #include <nyXml/reader/detail/NyXmlLeafRun.h>
 
+#include <nyXml/core/detail/NyRealWord.h>
 #include <nyXml/core/detail/NyShortText.h>
 #include <nyXml/core/detail/NyWhiteSpace.h>
 #include <nyXml/reader/NyXmlReader.h>
@@ -70,17 +71,38 @@ char const* NyXmlLeafRun::behindTagName(std::string_view name) const noexcept
 
 bool NyXmlLeafRun::takeText(NyToken const& token, std::string_view& text)
 {
-    std::string_view const name = token.localName();
-    char const* const start = behindTagName(name);
-    if (start == nullptr)
-        return m_shortcuts != nullptr && m_shortcuts->takeText(*m_front, token, text);
-    if (*start != '>')
+    if (m_shortcuts != nullptr)
+        return m_shortcuts->takeText(*m_front, token, text);
+    char const* const start = behindTagName(token.localName());
+    if (start == nullptr || *start != '>')
         return false;
     auto const* const close = static_cast<char const*>(std::memchr(start, '<', static_cast<std::size_t>(m_end - start)));
-    if (close == nullptr || static_cast<std::size_t>(m_end - close) < name.size() + 3 || close[1] != '/' ||
-        close[name.size() + 2] != '>' || !NyShortText::same(name, { close + 2, name.size() }))
+    if (close == nullptr || !takeTextUpTo(close, start + 1, token))
         return false;
-    text = NyWhiteSpace::trimmed({ start + 1, static_cast<std::size_t>(close - start) - 1 });
+    text = m_text;
+    return true;
+}
+
+bool NyXmlLeafRun::takeReal(NyToken const& token, double& value)
+{
+    char const* const start = behindTagName(token.localName());
+    if (start == nullptr || *start != '>')
+        return false;
+    double taken = 0.0;
+    char const* const close = nyTakeRealWord(start + 1, m_end, taken);
+    if (close == nullptr || *close != '<' || !takeTextUpTo(close, start + 1, token))
+        return false;
+    value = taken;
+    return true;
+}
+
+bool NyXmlLeafRun::takeTextUpTo(char const* close, char const* start, NyToken const& token)
+{
+    std::string_view const name = token.localName();
+    if (static_cast<std::size_t>(m_end - close) < name.size() + 3 || close[1] != '/' || close[name.size() + 2] != '>' ||
+        !NyShortText::same(name, { close + 2, name.size() }))
+        return false;
+    std::string_view const text = NyWhiteSpace::trimmed({ start, static_cast<std::size_t>(close - start) });
     if (text.empty())
         return false;
     m_at = close + name.size() + 3;
@@ -91,12 +113,12 @@ bool NyXmlLeafRun::takeText(NyToken const& token, std::string_view& text)
     return true;
 }
 
-bool NyXmlLeafRun::takeAttributes(NyToken const& name, NyToken const* const* attributes, std::string_view* values,
-                                  std::size_t count)
+template <class TakeValue>
+bool NyXmlLeafRun::takeEmptyTag(NyToken const& name, NyToken const* const* attributes, std::size_t count, TakeValue takeValue)
 {
     char const* at = behindTagName(name.localName());
     if (at == nullptr)
-        return m_shortcuts != nullptr && m_shortcuts->takeAttributes(*m_front, name, attributes, values, count);
+        return false;
     for (std::size_t i = 0; i != count; ++i) { // ` x="1"`
         std::string_view const attribute = attributes[i]->localName();
         char const* const start = skipWhite(at);
@@ -104,11 +126,9 @@ bool NyXmlLeafRun::takeAttributes(NyToken const& name, NyToken const* const* att
             !NyShortText::same(attribute, { start, attribute.size() }) || start[attribute.size()] != '=' ||
             start[attribute.size() + 1] != '"')
             return false;
-        char const* const value = start + attribute.size() + 2;
-        at = skipTo(endsOwnValue, value);
-        if (*at != '"')
+        at = takeValue(start + attribute.size() + 2, i);
+        if (at == nullptr || *at != '"')
             return false;
-        values[i] = { value, static_cast<std::size_t>(at - value) };
         ++at;
     }
     at = skipWhite(at);
@@ -120,6 +140,25 @@ bool NyXmlLeafRun::takeAttributes(NyToken const& name, NyToken const* const* att
     m_name = &name;
     m_attributeCount = count;
     return true;
+}
+
+bool NyXmlLeafRun::takeAttributes(NyToken const& name, NyToken const* const* attributes, std::string_view* values,
+                                  std::size_t count)
+{
+    if (m_shortcuts != nullptr)
+        return m_shortcuts->takeAttributes(*m_front, name, attributes, values, count);
+    return takeEmptyTag(name, attributes, count, [values](char const* value, std::size_t which) {
+        char const* const end = skipTo(endsOwnValue, value);
+        values[which] = { value, static_cast<std::size_t>(end - value) };
+        return end;
+    });
+}
+
+bool NyXmlLeafRun::takeReals(NyToken const& name, NyToken const* const* attributes, double* values, std::size_t count)
+{
+    return takeEmptyTag(name, attributes, count, [this, values](char const* value, std::size_t which) {
+        return nyTakeRealWord(value, m_end, values[which]);
+    });
 }
 
 // What the events would have left behind.

@@ -45,6 +45,13 @@ public:
 
     /// The same for attributes that are counted when the program runs.
     bool takeAttributes(NyToken const& name, NyToken const* const* attributes, std::string_view* values, std::size_t count);
+    /// The same for values that are everyday reals, converted while their ends are looked for. False, and no leaf is taken, for all others.
+    bool takeReal(NyToken const& name, double& value);
+    template <std::size_t N>
+    bool takeReals(NyToken const& name, std::array<NyToken const*, N> const& attributes, double (&values)[N])
+    {
+        return takeReals(name, attributes.data(), values, N);
+    }
 
     /// To be called when the last leaf is taken.
     void end();
@@ -57,6 +64,12 @@ public:
 
 private:
     void begin(NyXmlFileReader* document, bool isBehindLeafTag);
+    bool takeReals(NyToken const& name, NyToken const* const* attributes, double* values, std::size_t count);
+    /// A text from \p start up to \p close, where there is nothing or the element's end tag.
+    bool takeTextUpTo(char const* close, char const* start, NyToken const& token);
+    /// An empty tag, each value taken by \p takeValue from its first byte and number: it gives the value's end, null to refuse all.
+    template <class TakeValue>
+    bool takeEmptyTag(NyToken const& name, NyToken const* const* attributes, std::size_t count, TakeValue takeValue);
     /// Behind `<name`, null if that does not come next.
     char const* behindTagName(std::string_view name) const noexcept;
 

@@ -10,6 +10,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <typeinfo>
 
 namespace {
@@ -17,26 +18,41 @@ namespace {
 using NyXmlLeaf::Taker;
 
 // By their full names, since the class is known: no call goes through a slot.
+template <class Value>
+void mark(Value& value)
+{
+    value.NyXmlObject::setXmlInitialized(true);
+    value.NyXmlObject::setSpecified(true);
+}
+
 template <class T>
 bool takeText(NyXmlObject& object, NyXmlLeafRun& run, NyToken const& name)
 {
+    auto& value = static_cast<NyXmlBasicType<T>&>(object);
+    if constexpr (std::is_same_v<T, double>)
+        if (run.takeReal(name, value.value())) {
+            mark(value);
+            return true;
+        }
     std::string_view text;
     if (!run.takeText(name, text))
         return false;
-    auto& value = static_cast<NyXmlBasicType<T>&>(object);
-    value.NyXmlObject::setXmlInitialized(true);
-    value.NyXmlObject::setSpecified(true);
+    mark(value);
     NyXmlTextOf<T>::take(value.value(), text);
     return true;
 }
 
 bool takeVector(NyXmlObject& object, NyXmlLeafRun& run, NyToken const& name)
 {
-    std::string_view texts[3];
-    if (!run.takeAttributes(name, NyXmlGeometry::coordinateNames, texts))
-        return false;
-    double const x = NyXmlText::toDouble(texts[0]), y = NyXmlText::toDouble(texts[1]), z = NyXmlText::toDouble(texts[2]);
-    static_cast<NyXmlVector&>(object).set(x, y, z);
+    double reals[3];
+    if (!run.takeReals(name, NyXmlGeometry::coordinateNames, reals)) {
+        std::string_view texts[3];
+        if (!run.takeAttributes(name, NyXmlGeometry::coordinateNames, texts))
+            return false;
+        for (std::size_t i = 0; i != 3; ++i)
+            reals[i] = NyXmlText::toDouble(texts[i]);
+    }
+    static_cast<NyXmlVector&>(object).set(reals[0], reals[1], reals[2]);
     return true;
 }
 
