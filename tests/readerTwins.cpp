@@ -138,8 +138,8 @@ public:
     void registerComponents() override
     {
         registerAttributeComponent("id", &m_id);
-        registerComponent(NyToken(ns, "a"), &m_number);
-        registerComponent(NyToken(ns, "b"), &m_text);
+        registerComponent(NyToken(ns, "a"), &m_text);
+        registerComponent(NyToken(ns, "b"), &m_number);
         registerComponent(NyToken(ns, "c"), &m_watching);
         registerComponent(NyToken(ns, "d"), &m_place);
         registerComponent(NyToken(ns, "e"), &m_texts);
@@ -180,9 +180,9 @@ private:
 
 void addLeaf(Random& random, std::string& document, std::string const& name)
 {
-    std::string const text = oneOf(random, { "1", " 2.5 ", "2.5", "-0.125", "3.5e1", "a b", "0", "", "x > y", "1\n" });
+    std::string const text = oneOf(random, { "1", " 2.5 ", "2.5", "0.125", "3.5e1", "a b", "0", "", "x > y", "1\n" });
     std::string const place = oneOf(random, { "x=\"1\" y=\"2\" z=\"3\"", "x='1' y='2' z='3'", "y=\"2\" x=\"1\" z=\"3\"",
-                                              "x=\"-1.5\" y=\"0.25\" z=\"12.0625\"", "x=\"1.5\" y=\"2.5 \" z=\"3.5>\"",
+                                              "x=\"1.5\" y=\"0.25\" z=\"12.0625\"", "x=\"1.5\" y=\"2.5 \" z=\"3.5>\"",
                                               "x=\"1#4\" y=\"2\" z=\"\"", "x=\"1\" y=\"2\"" });
     bool const isInclude = name == "NyInclude"; // its attributes would be reported without end
     switch (isInclude ? 9 : random() % 9) {
