@@ -369,27 +369,45 @@ TEST_F(OutOfMemory, RegisteringForTheFirstTime)
 {
     int const failures = firstObjectsThatFail(std::make_integer_sequence<int, 40>());
     EXPECT_TRUE(failures > 10 && failures < 40) << failures;
+    forEachAllocation([](unsigned int n) {
+        Joints joints;
+        bool const failed = failsAt(n, [&joints] { joints.xmlInit(); });
+        EXPECT_EQ(joints.xmlInitialized(), !failed) << n;
+        return failed;
+    });
 }
 
+// Slots connect and go in groups that are new, with others on both sides, and whatever has failed they run in their order.
 TEST_F(OutOfMemory, ConnectingASlot)
 {
     using Progress = Ny::SignalReadWriteProgressTraits;
+    using Handle = boost::shared_ptr<Ny::ConnectionManagerTypes::Connection>;
     auto& manager = Ny::Application::instance().connectionManager();
-    // Boost's list of slots is left in disorder if the first slot of a group gets no memory: that one is not ours to mend.
-    auto const firstOfGroup = manager.createSlot<Progress>(
-        Progress::name(), [](double) {}, 0);
-    forEachAllocation([&](unsigned int n) {
-        int calls = 0;
-        boost::shared_ptr<Ny::ConnectionManagerTypes::Connection> connection;
-        bool const failed = failsAt(n, [&] {
-            connection = manager.createSlot<Progress>(
-                Progress::name(), [&calls](double) { ++calls; }, 0);
-        });
-        connection.reset();
-        (*Ny::namedSignal<Progress>(manager))(0.5);
-        EXPECT_EQ(calls, 0) << "nobody holds it, " << n;
+    auto const signal = Ny::namedSignal<Progress>(manager);
+    std::string heard;
+    auto const connect = [&](int group, char mark) {
+        return manager.createSlot<Progress>(
+            Progress::name(), [&heard, mark](double) { heard += mark; }, group);
+    };
+    int group = 1000000;
+    auto const attempt = [&](unsigned int n) {
+        group -= 10;
+        Handle before = connect(group, 'a'), inner, behind = connect(group + 2, 'c');
+        bool const failed = failsAt(n, [&] { inner = connect(group + 1, 'x'); });
+        EXPECT_EQ(inner == nullptr, failed);
+        inner.reset();
+        before.reset();
+        (*signal)(0.5);
+        Handle const first = connect(group - 1, '1'), third = connect(group + 1, '3'), second = connect(group, '2');
+        behind.reset();
+        (*signal)(0.5);
+        EXPECT_EQ(std::exchange(heard, std::string()), "c123") << n;
         return failed;
-    });
+    };
+    unsigned int n = 0;
+    while (attempt(n))
+        ++n;
+    EXPECT_GT(n, 5u);
 }
 
 } // namespace

@@ -7,8 +7,11 @@
 #include <boost/make_shared.hpp>
 #include <boost/shared_ptr.hpp>
 #include <boost/signals2/connection.hpp>
+#include <boost/signals2/expired_slot.hpp>
+#include <boost/signals2/shared_connection_block.hpp>
 
 #include <functional>
+#include <limits>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -57,21 +60,55 @@ public:
 };
 
 /// Shares a signal with everybody who emits it.
+///
+/// Boost keeps a list of slots and a map of where in it each group begins. If memory runs out between the two, at a group's first slot,
+/// the list has one that the map does not know, and when that goes the map may be left with a place that is gone. So each group in use,
+/// and the two outermost, begin with a slot of ours that stays, and is blocked: whoever connects finds the group, and whoever goes is
+/// not where it begins.
 template <class SignalType>
 class NYXML_EXPORT SignalHolderImpl : public SignalHolder {
 public:
-    explicit SignalHolderImpl(boost::shared_ptr<SignalType> signal) : m_Signal(std::move(signal)) {}
+    explicit SignalHolderImpl(boost::shared_ptr<SignalType> signal) : m_Signal(std::move(signal))
+    {
+        openGroup(std::numeric_limits<int>::min());
+        openGroup(std::numeric_limits<int>::max());
+    }
     boost::shared_ptr<SignalType> const& signal() const noexcept { return m_Signal; }
+
+    /// To be called before a slot connects to the group.
+    void openGroup(int group)
+    {
+        std::lock_guard<std::recursive_mutex> const lock(
+            m_Mutex); // Boost may destroy slots on the way, and those may connect others
+        auto const [place, isNew] = m_Groups.try_emplace(group, boost::signals2::connection(), false);
+        if (!isNew)
+            return;
+        using SlotFunction = typename SignalType::slot_function_type;
+        SlotFunction const notBlockedYet = [](auto&&...) -> typename SlotFunction::result_type {
+            throw boost::signals2::expired_slot(); // to Boost, a slot that is not there
+        };
+        try {
+            boost::signals2::scoped_connection first(m_Signal->connect(group, notBlockedYet));
+            place->second = boost::signals2::shared_connection_block(first);
+            first.release();
+        } catch (...) {
+            m_Groups.erase(place);
+            throw;
+        }
+    }
 
 private:
     boost::shared_ptr<SignalType> m_Signal;
+    std::map<int, boost::signals2::shared_connection_block> m_Groups;
+    std::recursive_mutex m_Mutex;
 };
 
 } // namespace ConnectionManagerTypes
 
 class ConnectionManager;
 
-/// Gets the signal that \p Traits name. For those who emit it; who listens uses ConnectionManager::createSlot.
+/// Gets the signal that \p Traits name. For those who emit it; who listens uses ConnectionManager::createSlot. It holds blocked slots of
+/// the manager's own, so that it never says that it is empty.
 template <class Traits>
 boost::shared_ptr<typename Traits::SignalType> namedSignal(ConnectionManager& manager);
 
@@ -104,7 +141,9 @@ public:
     createSlot(std::string const& name, boost::function<typename Traits::Signature> slot, int group)
     {
         auto const handle = boost::make_shared<ConnectionManagerTypes::ConnectionImpl<Traits>>();
-        handle->connect(*createSignal<Traits>(name), group, std::move(slot));
+        auto& holder = holderOf<Traits>(name);
+        holder.openGroup(group);
+        handle->connect(*holder.signal(), group, std::move(slot));
         return handle;
     }
 
@@ -121,12 +160,18 @@ private:
     ~ConnectionManager();
 
     template <class Traits>
-    boost::shared_ptr<typename Traits::SignalType> createSignal(std::string const& name)
+    ConnectionManagerTypes::SignalHolderImpl<typename Traits::SignalType>& holderOf(std::string const& name)
     {
         using Holder = ConnectionManagerTypes::SignalHolderImpl<typename Traits::SignalType>;
         SignalHolder& holder =
             findOrMake(name, [] { return std::make_unique<Holder>(boost::make_shared<typename Traits::SignalType>()); });
-        return dynamic_cast<Holder&>(holder).signal();
+        return dynamic_cast<Holder&>(holder);
+    }
+
+    template <class Traits>
+    boost::shared_ptr<typename Traits::SignalType> createSignal(std::string const& name)
+    {
+        return holderOf<Traits>(name).signal();
     }
 
     SignalHolder& findOrMake(std::string const& name, std::function<std::unique_ptr<SignalHolder>()> const& make);
