@@ -12,13 +12,16 @@
 #include <utility>
 #include <vector>
 
-/// Collects what the library prints for as long as it lives. One at a time.
+/// Collects what the library prints for as long as it lives: faults as they are, and each notice behind its number, as "3: text". One at
+/// a time.
 class Messages {
 public:
     Messages()
     {
         Ny::Print::setHandler([this](int printType, std::string const& location, std::string const& text) {
-            m_types.push_back(printType);
+            if (m_type != printType && printType != Ny::Print::FAULT)
+                m_text += std::to_string(printType) + ": ";
+            m_type = printType;
             m_locations.push_back(location);
             m_text += text;
         });
@@ -30,18 +33,17 @@ public:
     /// All text since the last take.
     std::string take()
     {
-        m_types.clear();
+        m_type = Ny::Print::FAULT;
         m_locations.clear();
         return std::exchange(m_text, std::string());
     }
     std::string const& text() const { return m_text; }
 
-    /// Print types and locations since the last take, in order of report. A message that came in pieces is there several times.
-    std::vector<int> const& types() const { return m_types; }
+    /// Locations since the last take, in order of report. A message that came in pieces is there several times.
     std::vector<std::string> const& locations() const { return m_locations; }
 
 private:
-    std::vector<int> m_types;
+    int m_type = Ny::Print::FAULT; ///< of the last piece
     std::vector<std::string> m_locations;
     std::string m_text;
 };

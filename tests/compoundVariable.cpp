@@ -10,7 +10,7 @@ namespace {
 
 std::string const shapes = std::string(NYXML_TEST_PLUGIN_DIR) + "/shapes";
 std::string const loaded =
-    "NyXmlFactory::loadLibrary -- loaded shared library: " + shapes + ".nyp  with  2 NyXmlObject creators \n";
+    "3: NyXmlFactory::loadLibrary -- loaded shared library: " + shapes + ".nyp  with  2 NyXmlObject creators \n";
 
 // A container as an application writes it: it keeps its members in order and reads the list of libraries.
 class Bag : public Model<Bag, NyXmlBaseVariableCompoundType> {

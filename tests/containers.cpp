@@ -1,5 +1,6 @@
 #include "ValueSupport.h"
 
+#include <nyXml/values/NyXmlEnumType.h>
 #include <nyXml/values/NyXmlListType.h>
 #include <nyXml/values/NyXmlMapType.h>
 #include <nyXml/values/NyXmlPairType.h>
@@ -80,6 +81,22 @@ TEST(Containers, OneObjectServesAllItemsAndAllKeys)
     EXPECT_TRUE(readValue(map, "<m><element><key>4</key><value>9</value></element>"
                                "<element><key></key><value/></element></m>"));
     EXPECT_EQ((NyXmlMapType<B<unsigned int>, B<unsigned int>>(4u, 0u)), map);
+}
+
+// The one object is initialised before the first item: words of a run come without.
+TEST(Containers, ItemsKnowTheirTables)
+{
+    struct Mode : NyXmlEnumType<int> {
+        bool xmlInit() override
+        {
+            setEnumString(1, "slow");
+            setEnumString(2, "fast");
+            return NyXmlEnumType<int>::xmlInit();
+        }
+    };
+    NyXmlListType<Mode> list;
+    EXPECT_TRUE(readValue(list, "<a size='3'><group>fast slow</group><element>fast</element></a>"));
+    EXPECT_EQ(plain<std::vector<int>>(list.listContainer()), (std::vector<int>{ 2, 1, 2 }));
 }
 
 TEST(Containers, ARunOfWhatTakesNoWordsEnds)

@@ -64,6 +64,7 @@ TEST(Token, StringOperationsLeaveTheNamespaceAlone)
     token.append("_jk", 1, none);
     EXPECT_EQ(&(token += "l"), &token);
     EXPECT_EQ(fieldsOf(token), Fields("u", "abcdefghijkl"));
+    EXPECT_TRUE(token.find("a") == 0 && token.find('a') == 0 && token.find(std::string("a")) == 0 && token.substr() == token);
     EXPECT_EQ(token.find('c', 3), none);
     EXPECT_EQ(token.find("cXX", 0, 1), 2u);
     EXPECT_EQ(token.find(std::string("a"), none), none);
@@ -76,6 +77,10 @@ TEST(Token, StringOperationsLeaveTheNamespaceAlone)
     EXPECT_EQ(fieldsOf(token), Fields("u", std::string("ab\0\0", 4)));
     token.assign("v#n");
     EXPECT_EQ(fieldsOf(token), Fields("u", "v#n"));
+    EXPECT_EQ(token.copy(target, 2), 2u);
+    EXPECT_STREQ(target, "v#l...");
+    EXPECT_EQ(token.erase(), "");
+    token += "n";
     token.clear();
     EXPECT_TRUE(token.empty());
     EXPECT_EQ(fieldsOf(token + "b" + std::string("#c")), Fields("u", "b#c"));
@@ -117,10 +122,38 @@ TEST(Token, StripTakesWhiteSpaceOffBothEnds)
 
 TEST(Token, WellKnownOnesAreWhatDocumentsCallThem)
 {
-    std::string const address = NyXml::ns.namespaceName();
-    EXPECT_EQ(fieldsOf(NyXml::NyVarSharedElemTypeToken), Fields(address, "varSharedElemType"));
-    EXPECT_EQ(address.substr(address.find("/", 7)), "/namespace/cr");
-    EXPECT_EQ(fieldsOf(NyXml::NyCountToken), Fields("", "size"));
+    using namespace NyXml;
+    std::string names;
+    for (NyToken const* token :
+         { &ns, &NyBasicTypeToken, &NyDefaultToken, &NyEnumTypeToken, &NyLinearToken, &NyListTypeToken, &NyMapTypeToken,
+           &NyVarMapTypeToken, &NyNullToken, &NyOrientationToken, &NySetTypeToken, &NyPairTypeToken, &NyVectorTypeToken,
+           &NyVarVectorTypeToken, &NyVarElemTypeToken, &NyVarSharedElemTypeToken }) {
+        EXPECT_EQ(token->namespaceName(), "http://nyxml.org/namespace/cr");
+        names += token->token() + " ";
+    }
+    for (NyToken const* token :
+         { &NyAddLibrariesToken, &NyElementToken, &NyGroupToken, &NyKeyToken, &NyValueToken, &NyFirstToken, &NySecondToken,
+           &NyLibraryToken, &NyCountToken, &NyQuaternion0Token, &NyQuaternion1Token, &NyQuaternion2Token, &NyQuaternion3Token,
+           &NyVectorXToken, &NyVectorYToken, &NyVectorZToken, &NyVersionToken })
+        names += token->namespaceAndToken() + " ";
+    EXPECT_EQ(names,
+              " basicType default enumType linear listType mapType varMapType null orientation setType pairType vectorType "
+              "varVectorType varElemType varSharedElemType #addLibraries #element #group #key #value #first #second "
+              "#library #size #q0 #q1 #q2 #q3 #x #y #z #version ");
+}
+
+// Names are compared by words, the last of which may overlap the one before.
+TEST(Token, EveryByteOfANameCounts)
+{
+    for (std::size_t size = 0; size < 40; ++size)
+        for (std::size_t place = 0; place <= size; ++place) {
+            std::string const name(size, 'n');
+            std::string other = name;
+            if (place < size)
+                other[place] = 'm';
+            EXPECT_EQ(NyToken("", name) == NyToken("", other), name == other) << size << " " << place;
+            EXPECT_FALSE(NyToken("", name) == NyToken("", name + "n"));
+        }
 }
 
 } // namespace

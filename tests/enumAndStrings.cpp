@@ -91,6 +91,7 @@ TEST(Enumerations, CopiesTakeTheValueAndLeaveTheTable)
     EXPECT_TRUE(copy == low && copy.equality(&low));
 
     copy.setValue(0.0);
+    EXPECT_FALSE(copy == low);
     low = copy;
     EXPECT_TRUE(low == 0.0 && low.specified() && low.enumString(1.5) == "low");
     EXPECT_TRUE(copy.equalsDefault() && !copy.equality(nullptr) && copy.isBasicType());

@@ -57,7 +57,6 @@ TEST(Geometry, ComponentsAreTakenByName)
         EXPECT_EQ(readValue(value, row.document), row.message.find("Error") == std::string::npos);
         EXPECT_FALSE(value.specified() || value.xmlInitialized()); // reading leaves both alone
         EXPECT_EQ(messages.text(), row.message);
-        EXPECT_TRUE(row.message.empty() || messages.types().front() == 4);
         EXPECT_EQ(writtenValue(value), "<v " + row.written + "/>\n");
     }
 }

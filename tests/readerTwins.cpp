@@ -11,6 +11,7 @@
 
 #include <random>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 namespace {
@@ -69,7 +70,7 @@ void damage(Random& random, std::string& document)
 
 std::string generated(Random& random)
 {
-    std::string document = oneOf(random, { "", "<?xml version='1.0'?>\n" });
+    std::string document = oneOf(random, { "", "<?xml v='1.0'?>\n" });
     addElement(random, document, 0);
     if (random() % 64 == 0) { // more names than a reader remembers, twice
         std::string names;
@@ -97,8 +98,11 @@ std::string transcript(std::string const& document, unsigned int seed, Messages&
             auto const mode = reader.readXml();
             ends += mode == NyXmlFileReader::XML_READER_EOF || mode == NyXmlFileReader::XML_READER_ERROR ? 1 : 0;
             said += std::to_string(mode) + " " + reader.element().namespaceAndToken();
-            auto const question = random() % 9;
-            if (question == 0)
+            auto const question = random() % 10;
+            if (question == 9)
+                said +=
+                    " named " + reader.attributeName("b").token() + reader.attributeValue("b") + reader.attributeName().token();
+            else if (question == 0)
                 said += " skipped " + std::to_string(reader.nextMatchingEndTag());
             else if (question == 1 && mode == NyXmlFileReader::XML_READER_START_TAG)
                 said += " inside " + reader.getChildrenAsString();
@@ -111,7 +115,8 @@ std::string transcript(std::string const& document, unsigned int seed, Messages&
                 said += " more " + std::to_string(reader.isContentAvailable());
             } else if (question != 4)
                 said += " " + seenAt(reader);
-            said += " of " + std::to_string(reader.numOfAttributes()) + " code " + std::to_string(reader.errorCode());
+            said += " of " + std::to_string(reader.numOfAttributes()) + " code " + std::to_string(reader.errorCode()) +
+                    reader.filename();
             if (random() % 2 == 0)
                 said += " line " + std::to_string(reader.lineCountOfFile());
             said += "\n";
@@ -272,8 +277,71 @@ TEST(ReaderTwins, AgreeOnEveryInput)
         std::string const document = generated(random);
         std::string const inPlace = transcript<NyXmlFileReader>(document, seed, messages);
         std::string const plain = transcript<PlainReader>(document, seed, messages);
-        ASSERT_TRUE(inPlace == plain) << "seed " << seed << "\n" << document.substr(0, 2000) << "\n" << inPlace.substr(0, 2000);
+        std::string const front = transcript<NyXmlReader>(document, seed, messages);
+        ASSERT_TRUE(inPlace == plain && inPlace == front) << "seed " << seed << "\n"
+                                                          << document.substr(0, 2000) << "\n"
+                                                          << inPlace.substr(0, 2000);
     }
+}
+
+// A copy, and a reader that is assigned to in the middle of something else, stand where their source stands and see what it would see.
+template <class Reader>
+void expectCopiesToGoOn()
+{
+    std::string const document = "<p:r version='9.1' xmlns:p='u' k='0'><a b='1' c='2'/><d> 1 22\n3 </d>\n<e f='x'><g>t</g></e>"
+                                 "<!-- c -->\n<p:h i='7'>9 8</p:h></p:r>\n";
+    auto const readTo = [](Reader& reader, int events, int habit) {
+        for (; events != 0; --events)
+            reader.readXml();
+        if (habit == 1 && reader.remainingNumOfAttributes() != 0)
+            reader.attributeValue();
+        if (habit == 1)
+            reader.contentByWord();
+        if (habit == 2)
+            reader.setContentVectorFlag(true);
+    };
+    auto const left = [](Reader& reader) {
+        std::string said = std::to_string(reader.mode()) + reader.element().namespaceAndToken() + reader.attributeName().token();
+        auto const ask = [&] {
+            said += " " + std::to_string(reader.numOfAttributes()) + std::to_string(reader.errorCode()) + reader.filename() +
+                    std::to_string(reader.lineCountOfFile()) + std::to_string(reader.contentCount());
+            if constexpr (std::is_base_of_v<NyXmlReader, Reader>)
+                said += std::to_string(reader.versionFlag());
+            said += reader.content() + "," + reader.content() + std::to_string(reader.isContentAvailable());
+        };
+        ask();
+        for (int events = 0; events != 12; ++events) {
+            reader.readXml();
+            ask();
+            said += seenAt(reader);
+        }
+        return said;
+    };
+    Messages messages;
+    for (int events = 0; events != 12; ++events)
+        for (int habit = 0; habit != 3; ++habit) {
+            SCOPED_TRACE(events * 10 + habit);
+            Open<Reader> expected(document), source(document), target("<q>\n<s z='9'>7 8</s>", 2, "other.xml");
+            readTo(expected.reader, events, habit);
+            readTo(source.reader, events, habit);
+            Reader copy(source.reader);
+            target.reader = source.reader;
+            EXPECT_EQ(&copy.stream(), &source.stream);
+            EXPECT_EQ(&target.reader.stream(), &target.stream);
+            std::string const rest = left(expected.reader);
+            EXPECT_EQ(left(copy), rest);
+            if (events == 0)
+                continue; // the copy has read what they share
+            EXPECT_EQ(left(source.reader), rest);
+            EXPECT_EQ(left(target.reader), rest);
+        }
+}
+
+TEST(ReaderTwins, CopiesGoOnAsTheirSource)
+{
+    expectCopiesToGoOn<NyXmlFileReader>();
+    expectCopiesToGoOn<PlainReader>();
+    expectCopiesToGoOn<NyXmlReader>();
 }
 
 } // namespace

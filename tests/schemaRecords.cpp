@@ -21,6 +21,7 @@ Record named(NyToken const& name, std::string const& type)
 }
 
 bool fits(Element const& one, Element const& other) { return one.isTypeConvertible(other, true); }
+bool fits(NyXmlSchemaElement const&, NyXmlSchemaElement const&) { return false; }
 template <class Record>
 bool fits(Record const& one, Record const& other)
 {
@@ -74,6 +75,28 @@ TEST(SchemaRecords, EqualAndConvertible)
                              { [](auto& g) { g.setNamespace("v"); }, [](auto& g) { g.elementVector().pop_back(); },
                                [](auto& g) { g.setStartTagMode(Element::XML_STARTTAG_CHOICE); } });
     expectDifferences<Group>(group, true, { [](auto& g) { g.setElementVector({}); }, [](auto& g) { g[1].setGroupIndex(1); } });
+}
+
+TEST(SchemaRecords, ElementsOfTheTree)
+{
+    using Tree = NyXmlSchemaElement;
+    NyXmlSchema schema;
+    Tree parent, tree(&schema, &parent);
+    auto const single = Element::XML_STARTTAG_SINGLE;
+    tree.setName("u#a", single, 2);
+    expectDifferences<Tree>(tree, false,
+                            { [](auto& t) { t.setName("u#b", single, 2); }, [](auto& t) { t.setName("v#a", single, 2); },
+                              [](auto& t) { t.setName("u#a", Element::XML_STARTTAG_CHOICE, 2); },
+                              [](auto& t) { t.setName("u#a", single, 1); }, [](auto& t) { t.setContentType("double"); },
+                              [](auto& t) { t.setTypeIdString("d"); }, [](auto& t) { t.writeStartTag("u#c", single, 0); },
+                              [](auto& t) { t.setAttributeName("b"); }, [&](auto& t) { t.setPointers(nullptr, &parent); },
+                              [&](auto& t) { t.setPointers(&schema, nullptr); } });
+    EXPECT_TRUE(Tree().elementType() == Element());
+    EXPECT_EQ(tree.writeEndTag(), &parent);
+    Element const known = tree.elementType();
+    EXPECT_EQ(known.type(), ":empty.Type");
+    EXPECT_TRUE(known.nillable() && known.groupIndex() == 2 && known.minOccurs() == 1 && known.startTagMode() == single);
+    EXPECT_TRUE(known.elementName() == NyToken("u#a") && known.getNamespace() == "u");
 }
 
 TEST(SchemaRecords, WhatTheSurvivorLearns)
