@@ -24,7 +24,7 @@ struct NyXmlShortcuts;
 /// what it is. A reader that is not exactly the library's refuses everything, unless it has offered shortcuts of its own.
 class NYXML_EXPORT NyXmlLeafRun {
 public:
-    explicit NyXmlLeafRun(NyXmlReader& reader);
+    explicit NyXmlLeafRun(NyXmlReader& reader) noexcept : m_front(&reader) {}
     /// \param document         null for a run that refuses everything
     /// \param isBehindLeafTag  its last event is a leaf that a run took, and not an element that somebody stands in
     NyXmlLeafRun(NyXmlFileReader* document, bool isBehindLeafTag);
@@ -63,7 +63,16 @@ public:
     static bool isPlainName(std::string_view name) noexcept;
 
 private:
-    void begin(NyXmlFileReader* document, bool isBehindLeafTag);
+    /// Looks at the reader, not before a leaf is asked for: many have nothing to ask for. \return whether there are shortcuts
+    bool begin()
+    {
+        if (!m_isBegun)
+            beginAtFront();
+        return m_shortcuts != nullptr;
+    }
+    void beginAtFront();
+    void beginAt(NyXmlFileReader* document, bool isBehindLeafTag);
+    bool isAt(char const* place, std::string_view name) const noexcept;
     bool takeReals(NyToken const& name, NyToken const* const* attributes, double* values, std::size_t count);
     /// A text from \p start up to \p close, where there is nothing or the element's end tag.
     bool takeTextUpTo(char const* close, char const* start, NyToken const& token);
@@ -71,10 +80,11 @@ private:
     template <class TakeValue>
     bool takeEmptyTag(NyToken const& name, NyToken const* const* attributes, std::size_t count, TakeValue takeValue);
     /// Behind `<name`, null if that does not come next.
-    char const* behindTagName(std::string_view name) const noexcept;
+    char const* behindTagName(std::string_view name);
 
+    NyXmlReader* m_front = nullptr;      ///< null for a run that was given its document
     NyXmlFileReader* m_reader = nullptr; ///< null if nothing can be taken from its text
-    NyXmlReader* m_front = nullptr;      ///< with m_shortcuts
+    bool m_isBegun = false;
     NyXmlShortcuts const* m_shortcuts = nullptr;
     char const* m_at = nullptr; ///< with a zero byte somewhere behind it
     char const* m_end = nullptr;
