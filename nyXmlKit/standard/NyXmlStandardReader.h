@@ -93,7 +93,7 @@ public:
 
     /// What stands between the tags of the element, as markup that can be written anywhere: UTF-8, entities of the document
     /// resolved, CDATA as plain text, `&`, `<` and `>` as references; white space that a character reference gave stays one. Prefixes
-    /// stay, and so do comments and processing instructions. White space at the bounds goes as it does for texts.
+    /// stay, declared where they are used if they are declared around the element; so do comments and processing instructions. White space at the bounds goes as it does for texts.
     std::string const& getChildrenAsString() override;
 
     /// The stream of the document on top. Blocks of it are read ahead.

@@ -337,13 +337,18 @@ TEST(StandardReader, ChildrenAsString)
         { "<a><a/></a>&e;<c d='&quot;&lt;&#10; &#38;'></c>", "<a><a/></a>E<i/><c d=\"&quot;&lt;&#10; &amp;\"></c>" },
         { "one <p:b xmlns:p='u' p:z='1' y='2'>two</p:b>\r\n three<!-- > --><?p q?>",
           "one <p:b xmlns:p=\"u\" p:z=\"1\" y=\"2\">two</p:b>\n three<!-- > --><?p q?>" },
+        { "<q:b w:k='1'><q:c/><c q:d='1' xml:space='preserve'/></q:b><q:b/><q:b xmlns:q='x'><q:c/></q:b><s:t/>", // prefixes from around it
+          "<q:b xmlns:q=\"v\" xmlns:w=\"&lt;w&amp;\" w:k=\"1\"><q:c/><c q:d=\"1\" xml:space=\"preserve\"/></q:b><q:b "
+          "xmlns:q=\"v\"/>"
+          "<q:b xmlns:q=\"x\"><q:c/></q:b><s:t/>" },
         { std::string(100000, 'x') + "<b/>", std::string(100000, 'x') + "<b/>" },
         { "", "" },
     };
     Messages messages;
     for (Row const& row : rows) {
         SCOPED_TRACE(row.document.substr(0, 100));
-        Reader open("<!DOCTYPE r [<!ENTITY e 'E<i/>'>]><r><a>" + row.document + "</a><z/></r>", 2);
+        Reader open("<!DOCTYPE r [<!ENTITY e 'E<i/>'>]><r xmlns:q='v'><a xmlns:w='&lt;w&amp;'>" + row.document + "</a><z/></r>",
+                    2);
         EXPECT_EQ(open.reader.getChildrenAsString(), row.events);
         EXPECT_EQ(open.reader.mode(), NyXmlFileReader::XML_READER_END_TAG);
         EXPECT_EQ(eventsLeft(open.reader), "empty z | end | eof");

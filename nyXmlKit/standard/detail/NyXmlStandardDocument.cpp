@@ -475,6 +475,31 @@ bool NyXmlStandardReader::Document::skip()
     }
 }
 
+// Markup that is written elsewhere takes along the declarations of the prefixes that it uses, each where it is used first.
+void NyXmlStandardReader::Document::declarePrefixes(Event const& event, std::vector<std::string_view>& declared)
+{
+    Attribute const* const first = m_parser.attributesOf(event);
+    Attribute const* const last = first + event.size;
+    for (Attribute const* attribute = first; attribute != last; ++attribute)
+        if (attribute->name->kind == Name::Kind::DECLARATION)
+            declared.push_back(attribute->name->token.localName());
+    auto const declare = [&](Name const& name) {
+        if (name.prefix.empty() || name.kind != Name::Kind::ORDINARY || name.prefix == "xml" ||
+            std::find(declared.begin(), declared.end(), name.prefix) != declared.end())
+            return;
+        declared.push_back(name.prefix);
+        std::string const& xmlNamespace = namespaceOf(name, true);
+        if (xmlNamespace.empty())
+            return; // nobody has
+        m_children.append(" xmlns:").append(name.prefix) += "=\"";
+        NyXmlMarkup::appendValue(m_children, xmlNamespace);
+        m_children += '"';
+    };
+    declare(*event.name);
+    for (Attribute const* attribute = first; attribute != last; ++attribute)
+        declare(*attribute->name);
+}
+
 std::string const& NyXmlStandardReader::Document::children()
 {
     m_children.clear();
@@ -485,7 +510,12 @@ std::string const& NyXmlStandardReader::Document::children()
         return m_children;
     }
     leaveStartTag();
-    std::vector<Name const*> open;
+    struct Element {
+        Name const* name;
+        std::size_t declaredAround; ///< so many prefixes
+    };
+    std::vector<Element> open;
+    std::vector<std::string_view> declared;
     for (;; advance()) {
         Event const& event = peek();
         std::string_view const text = m_parser.textOf(event);
@@ -495,7 +525,9 @@ std::string const& NyXmlStandardReader::Document::children()
         case Event::Kind::MARKUP: m_children += text; break;
         case Event::Kind::NOTE: warn(text, event.line); break;
         case Event::Kind::START: {
+            std::size_t const declaredAround = declared.size();
             (m_children += '<') += event.name->written;
+            declarePrefixes(event, declared);
             Attribute const* const first = m_parser.attributesOf(event);
             for (Attribute const* attribute = first; attribute != first + event.size; ++attribute) {
                 (m_children += ' ').append(attribute->name->written) += "=\"";
@@ -503,8 +535,10 @@ std::string const& NyXmlStandardReader::Document::children()
                 m_children += '"';
             }
             m_children += event.isEmpty ? "/>" : ">";
-            if (!event.isEmpty)
-                open.push_back(event.name);
+            if (event.isEmpty)
+                declared.resize(declaredAround);
+            else
+                open.push_back({ event.name, declaredAround });
             break;
         }
         case Event::Kind::END:
@@ -519,7 +553,8 @@ std::string const& NyXmlStandardReader::Document::children()
                 m_mode = NyXmlFileReader::XML_READER_END_TAG;
                 return m_children;
             }
-            m_children.append("</").append(open.back()->written) += '>';
+            m_children.append("</").append(open.back().name->written) += '>';
+            declared.resize(open.back().declaredAround);
             open.pop_back();
             break;
         case Event::Kind::END_OF_DOCUMENT:

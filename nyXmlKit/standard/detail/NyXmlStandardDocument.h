@@ -123,6 +123,7 @@ private:
     void ownAttributes();
     Attribute* find(std::string const& localName) const;
     std::string const& take(Attribute& attribute);
+    void declarePrefixes(Event const& event, std::vector<std::string_view>& declared);
     void addContent(Event const& event);
     bool endContent();
     void noteTextBeside(int line);
