@@ -11,7 +11,8 @@ namespace gpx {
 
 inline constexpr double radians = 0.017453292519943295;
 
-inline double metresBetween(Point const& one, Point const& two)
+template <class Place> // with lat and lon
+double metresBetween(Place const& one, Place const& two)
 {
     double const latitude = std::sin((two.lat - one.lat) * radians / 2), longitude = std::sin((two.lon - one.lon) * radians / 2);
     double const part = latitude * latitude + std::cos(one.lat * radians) * std::cos(two.lat * radians) * longitude * longitude;
