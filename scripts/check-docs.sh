@@ -32,10 +32,21 @@ inside && plain($0) != "" { piece = piece plain($0) " " }
 END { if (bad) exit 1; print pieces " pieces of code on the pages are compiled" }
 ' "${sources[@]}" "${pages[@]}" || bad=1
 
-# The first column of the tables of messages.
-while IFS= read -r message; do
+# The first column of the tables of messages: each stands in a source, and each message of the sources stands there.
+mapfile -t messages < <(sed -n 's/^| `\([^`]*\)` | .*/\1/p' docs/errors.md | grep -v '^Message$')
+for message in "${messages[@]}"; do
     grep -rqF --include='*.cpp' --include='*.h' -- "$message" nyXml* || complain "docs/errors.md: no source says: $message"
-done < <(sed -n 's/^| `\([^`]*\)` | .*/\1/p' docs/errors.md | grep -v '^Message$')
+done
+while IFS= read -r literal; do
+    for message in "${messages[@]}"; do
+        [[ $literal != *"$message"* ]] || continue 2
+    done
+    complain "docs/errors.md lacks the message: $literal"
+done < <(find nyXml nyXmlKit \( -name '*.cpp' -o -name '*.h' \) -exec perl -0777 -ne '
+    while (/(?:(?:FAULT|NOTICE),|\b(?:complain|warn|warnMessage|notWellFormed|note|add)\((?:[\w:]*Kind::\w+,|Fault::\w+,)?|case Step::\w+: return)\s*((?:"(?:[^"\\\n]|\\.)*"\s*)+)/g) {
+        my $text = join("", $1 =~ /"((?:[^"\\\n]|\\.)*)"/g);
+        print "$text\n" if $text =~ /[a-z]+ [a-z]+/ && $text !~ /^\\t/; # a word is a name, and a tab begins a further line
+    }' {} +)
 
 # Links between the pages.
 while IFS=: read -r page link; do
