@@ -2,8 +2,7 @@
 #define COMMON_DOCUMENT_H
 
 #include <nyXml/core/NyXmlObject.h>
-#include <nyXml/platform/NyPrint.h>
-#include <nyXmlKit/standard/NyXmlStandardReader.h>
+#include <nyXmlKit/file/NyXmlFile.h>
 #include <nyXmlKit/standard/NyXmlStandardWriter.h>
 
 #include <fstream>
@@ -13,26 +12,23 @@
 /// Reads a document of XML 1.0, and says what the model does not know of it. False if it is none, or its root has another name.
 inline bool readDocument(std::string const& path, NyXmlObject& root)
 {
+    using Kind = NyXmlFault::Kind;
+    NyXmlReadOptions options;
+    options.dialect = NyXmlDialect::STANDARD;
+    NyXmlReadResult const result = NyXmlFile::read(path, root, options);
     int unknown = 0;
-    Ny::Print::setHandler([&unknown](int, std::string const&, std::string const& text) {
-        if (text.rfind("Bad ", 0) == 0)
+    for (NyXmlFault const& fault : result.faults)
+        if (fault.kind == Kind::UNKNOWN_MEMBER)
             ++unknown;
-        else if (text.find("checkVersion") == std::string::npos) // the attribute tells the format's version, not the library's
-            std::cerr << text;
-    });
-    std::ifstream stream(path, std::ios::binary);
-    NyXmlStandardReader reader(path, stream);
-    auto mode = reader.readXml();
-    bool const isStart = mode == NyXmlFileReader::XML_READER_START_TAG || mode == NyXmlFileReader::XML_READER_EMPTY_TAG;
-    bool result = isStart && reader.element() == root.token().token() && root.read(reader);
-    if (result)
-        result = reader.readXml() == NyXmlFileReader::XML_READER_EOF && reader.errorCode() == 0;
-    Ny::Print::setHandler({});
+        else if (fault.kind != Kind::VERSION) // the attribute tells the format's version, not the library's
+            std::cerr << fault.str() << '\n';
     if (unknown != 0)
         std::cout << unknown << " elements and attributes that the model does not have\n";
-    if (!result)
+    bool const isWhole = result.errorCode != 1 && !result.has(Kind::FILE_ERROR) && !result.has(Kind::ROOT) &&
+                         !result.has(Kind::BROKEN_OFF) && !result.has(Kind::BEHIND_ROOT);
+    if (!isWhole)
         std::cerr << path << ": no such document\n";
-    return result;
+    return isWhole;
 }
 
 /// Writes it. False if the file could not be written.

@@ -1,7 +1,10 @@
 #ifndef URDF_URDF_H
 #define URDF_URDF_H
 
-// The core of URDF: a robot of links and joints. Values of three numbers are a word of our own.
+// The core of URDF: a robot of links and joints. Values of three numbers are a word of our own; what simulators and controllers add is kept
+// as it is.
+
+#include "../common/Markup.h"
 
 #include <nyXmlKit/model/NyXmlEnum.h>
 #include <nyXmlKit/model/NyXmlModel.h>
@@ -197,12 +200,13 @@ struct Robot : NyXmlModel<Robot> {
     void registerComponents() override
     {
         attribute("name", name);
-        elements("material", materials, "link", links, "joint", joints);
+        elements("material", materials, "link", links, "joint", joints, "transmission", transmissions, "gazebo", gazebos);
     }
     Text name;
     NyXmlRepeated<Material> materials;
     NyXmlRepeated<Link> links;
     NyXmlRepeated<Joint> joints;
+    NyXmlRepeated<Markup> transmissions, gazebos;
 };
 
 // --- the word of three numbers ---------------------------------------------------------------------------------------------------

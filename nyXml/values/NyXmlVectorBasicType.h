@@ -164,20 +164,10 @@ public:
     }
     bool takeItem(NyXmlLeafRun& run, NyToken const& name) override
     {
-        if (m_taker == nullptr)
+        if (m_taker == nullptr || !m_taker(m_item, run, name))
             return false;
-        if constexpr (std::is_same_v<B, NyXmlBasicType<std::string>>) { // to its place at once
-            std::string_view text;
-            bool const isTaken = run.takeText(name, text);
-            if (isTaken)
-                m_items.emplace_back(text);
-            return isTaken;
-        } else {
-            bool const isTaken = m_taker(m_item, run, name);
-            if (isTaken)
-                m_items.push_back(m_item.value());
-            return isTaken;
-        }
+        m_items.push_back(m_item.value());
+        return true;
     }
     bool isOfWords() const override { return isNyXmlTextValue<B>; }
 

@@ -17,20 +17,18 @@ constexpr auto endsOwnValue = NyXmlTagText::tableOf({ "\0\"#<>", 5 }); // as wri
 
 } // namespace
 
-NyXmlLeafRun::NyXmlLeafRun(NyXmlFileReader* document, bool isBehindLeafTag) : m_isBegun(true)
+NyXmlLeafRun::NyXmlLeafRun(NyXmlReader& reader)
 {
-    beginAt(document, isBehindLeafTag);
+    begin(reader.plainDocument(), false);
+    if (m_reader == nullptr) {
+        m_shortcuts = reader.shortcuts();
+        m_front = &reader;
+    }
 }
 
-void NyXmlLeafRun::beginAtFront()
-{
-    m_isBegun = true;
-    beginAt(m_front->plainDocument(), false);
-    if (m_reader == nullptr)
-        m_shortcuts = m_front->shortcuts();
-}
+NyXmlLeafRun::NyXmlLeafRun(NyXmlFileReader* document, bool isBehindLeafTag) { begin(document, isBehindLeafTag); }
 
-void NyXmlLeafRun::beginAt(NyXmlFileReader* file, bool isBehindLeafTag)
+void NyXmlLeafRun::begin(NyXmlFileReader* file, bool isBehindLeafTag)
 {
     if (file == nullptr || file->m_theWay != NyXmlFileReader::Way::IN_PLACE || file->m_theBlock.isUsedUp() ||
         file->m_theElementStack.empty() || file->m_theAttributes.remaining() != 0)
@@ -61,23 +59,19 @@ NyXmlLeafRun::~NyXmlLeafRun()
     } catch (...) {}
 }
 
-bool NyXmlLeafRun::isAt(char const* place, std::string_view name) const noexcept
+char const* NyXmlLeafRun::behindTagName(std::string_view name) const noexcept
 {
-    return name.size() <= static_cast<std::size_t>(m_end - place) && NyShortText::same(name, { place, name.size() });
-}
-
-char const* NyXmlLeafRun::behindTagName(std::string_view name)
-{
-    begin();
     if (m_reader == nullptr)
         return nullptr;
     char const* const open = skipWhite(m_at);
-    return *open == '<' && isAt(open + 1, name) ? open + 1 + name.size() : nullptr;
+    bool const isHere = *open == '<' && static_cast<std::size_t>(m_end - open) > name.size() + 1 &&
+                        NyShortText::same(name, { open + 1, name.size() });
+    return isHere ? open + 1 + name.size() : nullptr;
 }
 
 bool NyXmlLeafRun::takeText(NyToken const& token, std::string_view& text)
 {
-    if (begin())
+    if (m_shortcuts != nullptr)
         return m_shortcuts->takeText(*m_front, token, text);
     char const* const start = behindTagName(token.localName());
     if (start == nullptr || *start != '>')
@@ -105,7 +99,8 @@ bool NyXmlLeafRun::takeReal(NyToken const& token, double& value)
 bool NyXmlLeafRun::takeTextUpTo(char const* close, char const* start, NyToken const& token)
 {
     std::string_view const name = token.localName();
-    if (close[1] != '/' || !isAt(close + 2, name) || close[name.size() + 2] != '>')
+    if (static_cast<std::size_t>(m_end - close) < name.size() + 3 || close[1] != '/' || close[name.size() + 2] != '>' ||
+        !NyShortText::same(name, { close + 2, name.size() }))
         return false;
     std::string_view const text = NyWhiteSpace::trimmed({ start, static_cast<std::size_t>(close - start) });
     if (text.empty())
@@ -127,7 +122,9 @@ bool NyXmlLeafRun::takeEmptyTag(NyToken const& name, NyToken const* const* attri
     for (std::size_t i = 0; i != count; ++i) { // ` x="1"`
         std::string_view const attribute = attributes[i]->localName();
         char const* const start = skipWhite(at);
-        if (start == at || !isAt(start, attribute) || start[attribute.size()] != '=' || start[attribute.size() + 1] != '"')
+        if (start == at || static_cast<std::size_t>(m_end - start) < attribute.size() + 2 ||
+            !NyShortText::same(attribute, { start, attribute.size() }) || start[attribute.size()] != '=' ||
+            start[attribute.size() + 1] != '"')
             return false;
         at = takeValue(start + attribute.size() + 2, i);
         if (at == nullptr || *at != '"')
@@ -148,7 +145,7 @@ bool NyXmlLeafRun::takeEmptyTag(NyToken const& name, NyToken const* const* attri
 bool NyXmlLeafRun::takeAttributes(NyToken const& name, NyToken const* const* attributes, std::string_view* values,
                                   std::size_t count)
 {
-    if (begin())
+    if (m_shortcuts != nullptr)
         return m_shortcuts->takeAttributes(*m_front, name, attributes, values, count);
     return takeEmptyTag(name, attributes, count, [values](char const* value, std::size_t which) {
         char const* const end = skipTo(endsOwnValue, value);

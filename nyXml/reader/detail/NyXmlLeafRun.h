@@ -24,7 +24,7 @@ struct NyXmlShortcuts;
 /// what it is. A reader that is not exactly the library's refuses everything, unless it has offered shortcuts of its own.
 class NYXML_EXPORT NyXmlLeafRun {
 public:
-    explicit NyXmlLeafRun(NyXmlReader& reader) noexcept : m_front(&reader) {}
+    explicit NyXmlLeafRun(NyXmlReader& reader);
     /// \param document         null for a run that refuses everything
     /// \param isBehindLeafTag  its last event is a leaf that a run took, and not an element that somebody stands in
     NyXmlLeafRun(NyXmlFileReader* document, bool isBehindLeafTag);
@@ -63,16 +63,7 @@ public:
     static bool isPlainName(std::string_view name) noexcept;
 
 private:
-    /// Looks at the reader, not before a leaf is asked for: many have nothing to ask for. \return whether there are shortcuts
-    bool begin()
-    {
-        if (!m_isBegun)
-            beginAtFront();
-        return m_shortcuts != nullptr;
-    }
-    void beginAtFront();
-    void beginAt(NyXmlFileReader* document, bool isBehindLeafTag);
-    bool isAt(char const* place, std::string_view name) const noexcept;
+    void begin(NyXmlFileReader* document, bool isBehindLeafTag);
     bool takeReals(NyToken const& name, NyToken const* const* attributes, double* values, std::size_t count);
     /// A text from \p start up to \p close, where there is nothing or the element's end tag.
     bool takeTextUpTo(char const* close, char const* start, NyToken const& token);
@@ -80,11 +71,10 @@ private:
     template <class TakeValue>
     bool takeEmptyTag(NyToken const& name, NyToken const* const* attributes, std::size_t count, TakeValue takeValue);
     /// Behind `<name`, null if that does not come next.
-    char const* behindTagName(std::string_view name);
+    char const* behindTagName(std::string_view name) const noexcept;
 
-    NyXmlReader* m_front = nullptr;      ///< null for a run that was given its document
     NyXmlFileReader* m_reader = nullptr; ///< null if nothing can be taken from its text
-    bool m_isBegun = false;
+    NyXmlReader* m_front = nullptr;      ///< with m_shortcuts
     NyXmlShortcuts const* m_shortcuts = nullptr;
     char const* m_at = nullptr; ///< with a zero byte somewhere behind it
     char const* m_end = nullptr;

@@ -38,13 +38,7 @@ bool takeText(NyXmlObject& object, NyXmlLeafRun& run, NyToken const& name)
     if (!run.takeText(name, text))
         return false;
     mark(value);
-    if constexpr (std::is_same_v<
-                      T, std::string>) { // not assign(), which reckons with a text of the value's own, for twice the price
-        value.value().clear();
-        value.value().append(text);
-    } else {
-        NyXmlTextOf<T>::take(value.value(), text);
-    }
+    NyXmlTextOf<T>::take(value.value(), text);
     return true;
 }
 
