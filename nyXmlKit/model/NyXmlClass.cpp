@@ -5,6 +5,7 @@
 #include <nyXmlKit/model/NyXmlMemberKind.h>
 
 #include <algorithm>
+#include <iterator>
 #include <memory>
 #include <utility>
 
@@ -93,6 +94,9 @@ void NyXmlClass::publish(NyXmlCompoundType const& compound, std::vector<Member> 
     if (m_theOrder == NyXmlOrder::byName)
         for (auto* const list : { &members->attributes, &members->elements })
             std::sort(list->begin(), list->end(), isByName);
+    for (auto const* const list : { &members->attributes, &members->elements })
+        std::copy_if(list->begin(), list->end(), std::back_inserter(members->required),
+                     [](Member const& member) { return member.isRequired; });
     members->isInOrderOfCore = std::is_sorted(members->attributes.begin(), members->attributes.end(), isByName) &&
                                std::is_sorted(members->elements.begin(), members->elements.end(), isByName);
     members->registered = std::move(registered);
@@ -123,9 +127,8 @@ bool NyXmlClass::isRequired(bool isAttribute, std::string const& localName) cons
         return member.isAttribute == isAttribute && name == localName;
     };
     if (Members const* const known = members()) {
-        auto const& list = isAttribute ? known->attributes : known->elements;
-        return std::any_of(list.begin(), list.end(),
-                           [&](Member const& member) { return member.isRequired && isIt(member, member.token.localName()); });
+        return std::any_of(known->required.begin(), known->required.end(),
+                           [&](Member const& member) { return isIt(member, member.token.localName()); });
     }
     RequiredName const* name = m_theRequired.load(std::memory_order_acquire);
     while (name != nullptr && !isIt(*name, name->name))

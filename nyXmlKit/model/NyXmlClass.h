@@ -57,6 +57,7 @@ public:
         std::vector<Member> registered; ///< each registration, in its order
         std::vector<Member> attributes; ///< one for each name, in the order of writing
         std::vector<Member> elements;
+        std::vector<Member> required; ///< those of the two above
         bool hasOccurrences = false;  ///< there are members that write themselves
         bool isInOrderOfCore = false; ///< and the order is that of names
         bool hasReadOnly = false;

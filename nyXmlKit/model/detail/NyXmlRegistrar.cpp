@@ -66,6 +66,21 @@ void forEach(NyXmlCompoundType const& compound, NyXmlClass const& ofClass, bool 
         action(token, *object, dynamic_cast<NyXmlOccurrence*>(object));
 }
 
+// Hot: twice for each object that is read and has any.
+template <class Action> // (bool isAttribute, NyToken const& token, NyXmlObject& object)
+void forEachRequired(NyXmlCompoundType const& compound, NyXmlClass const& ofClass, Action action)
+{
+    if (NyXmlClass::Members const* const members = ofClass.members()) {
+        for (NyXmlClass::Member const& member : members->required)
+            action(member.isAttribute, member.token, NyXmlClass::object(compound, member));
+        return;
+    }
+    for (bool const ofAttributes : { true, false })
+        for (auto const& [token, object] : mapOf(compound, ofAttributes))
+            if (ofClass.isRequired(ofAttributes, token.localName()))
+                action(ofAttributes, token, *object);
+}
+
 bool sameMaps(NyXmlCompoundType::ComponentMap const& one, NyXmlCompoundType::ComponentMap const& two)
 {
     auto other = two.begin();
@@ -253,16 +268,15 @@ void NyXmlModelWork::forget(NyXmlCompoundType& compound, NyXmlClass const& ofCla
     if (ofClass.members() == nullptr)
         initialise(compound); // the first of its class; members of a copy count as read
     NyXmlClass::Members const* const members = ofClass.members();
-    bool const hasRequired = ofClass.hasRequired();
-    if (members != nullptr && !members->hasOccurrences && !hasRequired)
+    if (members == nullptr || members->hasOccurrences)
+        for (bool const ofAttributes : { true, false })
+            forEach(compound, ofClass, ofAttributes, [](NyToken const&, NyXmlObject&, NyXmlOccurrence* occurrence) {
+                if (occurrence != nullptr)
+                    occurrence->forget();
+            });
+    if (!ofClass.hasRequired())
         return;
-    for (bool const ofAttributes : { true, false })
-        forEach(compound, ofClass, ofAttributes, [&](NyToken const& token, NyXmlObject& object, NyXmlOccurrence* occurrence) {
-            if (occurrence != nullptr)
-                occurrence->forget();
-            if (hasRequired && ofClass.isRequired(ofAttributes, token.localName()))
-                object.setSpecified(false);
-        });
+    forEachRequired(compound, ofClass, [](bool, NyToken const&, NyXmlObject& object) { object.setSpecified(false); });
     for (NyXmlClass::Versioned const& each : ofClass.versioned())
         if (each.isRequired)
             memberAt(compound, each.distance).setSpecified(false);
@@ -291,11 +305,10 @@ void NyXmlModelWork::reportMissing(NyXmlCompoundType& compound, NyXmlClass const
             return each.isAttribute == isAttribute && each.name == name;
         });
     };
-    for (bool const ofAttributes : { true, false })
-        forEach(compound, ofClass, ofAttributes, [&](NyToken const& token, NyXmlObject const& object, NyXmlOccurrence const*) {
-            if (ofClass.isRequired(ofAttributes, token.localName()) && !isVersioned(ofAttributes, token.localName()))
-                look(ofAttributes, token.localName(), object);
-        });
+    forEachRequired(compound, ofClass, [&](bool isAttribute, NyToken const& token, NyXmlObject const& object) {
+        if (!isVersioned(isAttribute, token.localName()))
+            look(isAttribute, token.localName(), object);
+    });
     for (NyXmlClass::Versioned const& each : versioned)
         if (each.isRequired && each.versions.hold(version == NyXmlVersions::latest ? ofClass.currentVersion() : version))
             look(each.isAttribute, each.name, memberAt(compound, each.distance));
