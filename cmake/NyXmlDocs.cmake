@@ -25,7 +25,7 @@ set(DOXYGEN_SEARCHENGINE YES)
 set(DOXYGEN_SHOW_FILES NO)
 set(DOXYGEN_VERBATIM_HEADERS NO)
 set(DOXYGEN_HTML_EXTRA_STYLESHEET "${PROJECT_SOURCE_DIR}/docs/site.css")
-set(DOXYGEN_IMAGE_PATH "${PROJECT_SOURCE_DIR}/docs")
+set(DOXYGEN_IMAGE_PATH "${PROJECT_SOURCE_DIR}/docs" "${PROJECT_SOURCE_DIR}/docs/pictures")
 # The pages stand in the order of the guide; one that it does not name comes behind them.
 file(STRINGS "${PROJECT_SOURCE_DIR}/docs/index.md" nyxml_guide_rows REGEX "\\]\\([a-zA-Z-]+\\.md\\)")
 set(nyxml_pages "${PROJECT_SOURCE_DIR}/docs/index.md")

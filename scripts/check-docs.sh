@@ -59,7 +59,7 @@ site=build/docs/html
 if [ -d "$site" ]; then
     while IFS=: read -r page link; do
         [ -e "$site/$link" ] || complain "${page#"$site"/}: nothing is at $link"
-    done < <(grep -oHE '<(a|img|link)[^>]* (href|src)="[^"#:]+["#]' "$site"/*.html | sed -E 's/:<.* (href|src)="/:/; s/.$//' | sort -u)
+    done < <(grep -oHE '<(a|img|link|object)[^>]* (href|src|data)="[^"#:]+["#]' "$site"/*.html | sed -E 's/:<.* (href|src|data)="/:/; s/.$//' | sort -u)
     echo "$(find "$site" -name '*.html' | wc -l) built pages have no dead link"
 fi
 [ $bad -eq 0 ] || fail "the pages are not as the sources"

@@ -45,8 +45,9 @@ public:
 
         std::ofstream file(path);
         file.imbue(std::locale::classic());
-        file << "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" << 40 + (most.first - least.first) * scale << "\" height=\""
-             << 40 + (most.second - least.second) * scale << "\">\n<rect width=\"100%\" height=\"100%\" fill=\"white\"/>\n";
+        double const width = 40 + (most.first - least.first) * scale, height = 40 + (most.second - least.second) * scale;
+        file << "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" << width << "\" height=\"" << height << "\" viewBox=\"0 0 "
+             << width << ' ' << height << "\">\n<rect width=\"100%\" height=\"100%\" fill=\"white\"/>\n";
         for (Line const& line : m_lines) {
             file << "<polyline fill=\"none\" stroke=\"" << line.colour << "\" stroke-width=\"" << line.width << "\" points=\"";
             for (Place const& place : line.places)
