@@ -94,43 +94,44 @@ candidates() {
 # Prints a file with its faults asleep, each on its line. Those that cannot sleep go to $work/alone.
 asleep() {
     awk -F '\t' -v file="$1" -v alone="$work/alone" "$mask"'
-    # Where the smallest whole expression around a difference begins and ends; 0 where that is on another line. Connectives
-    # end it unless the difference is in one of them.
-    function leftEnd(at, connective,    depth, c)
+    # Where the smallest whole expression around a difference begins and ends; 0 where that is on another line. What binds less
+    # than the difference ends it: connectives unless it is in one (looseness 1), a choice unless it is in an assignment (2).
+    function leftEnd(at, looseness,    depth, c)
     {
         for (; at >= first; --at) {
             c = substr(code, at, 1)
             if (c ~ /[])}]/) ++depth
             else if (c ~ /[[({]/ && depth-- == 0) return at + 1
-            if (depth == 0 && (c ~ /[,;]/ || !connective && substr(code, at - 1, 2) ~ /&&|\|\|/ || substr(code, at - 4, 5) == "else " ||
+            if (depth == 0 && (c ~ /[,;]/ || !looseness && substr(code, at - 1, 2) ~ /&&|\|\|/ || substr(code, at - 4, 5) == "else " ||
                 substr(code, at - 2, 3) ~ /[^:]: | \? |[ +|&-]= / || substr(code, at - 6, 7) == "return "))
                 return at + 1
         }
-        return ended ~ /[;{}):,(?]$|else$|^$/ || !connective && ended ~ /&&$|\|\|$/ ? first : 0
+        return ended ~ /[;{}):,(?]$|else$|^$/ || !looseness && ended ~ /&&$|\|\|$/ ? first : 0
     }
-    function rightEnd(at, connective,    depth, c)
+    function rightEnd(at, looseness,    depth, c)
     {
         for (; at <= length(code); ++at) {
             c = substr(code, at, 1)
             if (c ~ /[[({]/) ++depth
             else if (c ~ /[])}]/ && depth-- == 0) return at - 1
-            if (depth == 0 && (c ~ /[,;]/ || !connective && substr(code, at, 2) ~ /&&|\|\|/ || substr(code, at, 3) ~ / [?:] /))
+            if (depth == 0 && (c ~ /[,;]/ || !looseness && substr(code, at, 2) ~ /&&|\|\|/ ||
+                looseness < 2 && substr(code, at, 3) ~ / [?:] /))
                 return at - 1
         }
         return 0
     }
-    function choice(k, new,    p, q, connective, from, to)
+    function choice(k, new,    p, q, looseness, from, to)
     {
-        if ($0 ~ /constexpr|enum /)
-            return ""
+        if ($0 ~ /constexpr|enum / || new == ";" && $0 ~ /^ *Ny[A-Za-z]*\(/)
+            return "" # constants, constructors
         if (new == ";")
             return ended ~ /[;{}):]$|else$|^$/ && gsub(/\(/, "(", code) == gsub(/\)/, ")", code) ? \
                 "{ if (nyFault.awake != " k ")" substr($0, 1, length(code)) " }" : ""
         while (substr(new, p + 1, 1) == substr($0, p + 1, 1)) ++p
         while (substr(new, length(new) - q, 1) == substr($0, length - q, 1) && q < length - p && q < length(new) - p) ++q
-        connective = substr($0, p + 1, length - p - q) ~ /[&|]/
-        from = leftEnd(p, connective)
-        to = rightEnd(length - q + 1, connective)
+        looseness = substr($0, p + 1, 2) ~ /[+-]=/ ? 2 : substr($0, p + 1, length - p - q) ~ /[&|]/
+        from = leftEnd(p, looseness)
+        to = rightEnd(length - q + 1, looseness)
         return from == 0 || to < p ? "" : substr($0, 1, from - 1) " (nyFault.awake == " k " ? (" \
             substr(new, from, to + length(new) - length - from + 1) ") : (" substr($0, from, to - from + 1) "))" substr($0, to + 1)
     }
