@@ -9,13 +9,14 @@ namespace {
 thread_local bool isArmed = false;
 thread_local unsigned int left = 0;
 thread_local long blocks = 0;
+thread_local long made = 0;
 
 [[maybe_unused]] void* allocateOrNot(std::size_t size) noexcept
 {
     bool const fails = isArmed && left-- == 0;
     void* const memory = fails ? nullptr : std::malloc(size != 0 ? size : 1);
     if (memory != nullptr)
-        ++blocks;
+        ++blocks, ++made;
     else
         isArmed = false;
     return memory;
@@ -47,6 +48,8 @@ FailingMemory::~FailingMemory() { isArmed = false; }
 bool FailingMemory::hasFailed() const { return !isArmed; }
 
 long FailingMemory::liveBlocks() { return blocks; }
+
+long FailingMemory::allocations() { return made; }
 
 #ifndef __has_feature
 #define __has_feature(feature) 0

@@ -12,8 +12,9 @@ public:
     /// Whether it came to that.
     bool hasFailed() const;
 
-    /// How many blocks this thread has allocated more than it has released.
+    /// How many blocks this thread has allocated more than it has released, and how many it has allocated at all.
     static long liveBlocks();
+    static long allocations();
 };
 
 #endif

@@ -3,11 +3,13 @@
 #include <nyXml/values/NyXmlEnumType.h>
 #include <nyXml/values/NyXmlListType.h>
 #include <nyXml/values/NyXmlMapType.h>
+#include <nyXml/values/NyXmlOrientation.h>
 #include <nyXml/values/NyXmlPairType.h>
 #include <nyXml/values/NyXmlSetType.h>
 #include <nyXml/values/NyXmlVectorType.h>
 
 #include <map>
+#include <type_traits>
 
 namespace {
 
@@ -99,16 +101,6 @@ TEST(Containers, ItemsKnowTheirTables)
     EXPECT_EQ(plain<std::vector<int>>(list.listContainer()), (std::vector<int>{ 2, 1, 2 }));
 }
 
-TEST(Containers, ARunOfWhatTakesNoWordsEnds)
-{
-    std::string const document = "<a size='1'><group q='1'>1 2 3</group></a>";
-    Messages messages;
-    NyXmlListType<NyXmlVector> list;
-    NyXmlVectorType<Weights> maps;
-    EXPECT_TRUE(readValue(list, document) && readValue<ApplicationReader>(list, document) && list.size() == 1);
-    EXPECT_TRUE(readValue(maps, document) && maps.size() == 1);
-}
-
 TEST(Containers, SetsAndListsAreWrittenInTheirOrder)
 {
     Ids set;
@@ -123,6 +115,38 @@ TEST(Containers, SetsAndListsAreWrittenInTheirOrder)
     EXPECT_EQ(writtenValue(list), "<v size=\"4\">\n  <group>8 5 1 5</group>\n </v>\n");
     EXPECT_TRUE(list.erase(5u) && !list.erase(7u) && set.erase(5u) && !set.erase(5u) && !set.find(5u));
     EXPECT_EQ(plain<Numbers>(list.listContainer()), (Numbers{ 8, 1, 5 })); // the first of two, and no other
+}
+
+template <class Value>
+void expectUnequal(Value const& one, Value const& other)
+{
+    Value const same(one);
+    EXPECT_TRUE(one == same && one.equality(&same) && !(one == other) && !one.equality(&other)) << typeid(Value).name();
+    if constexpr (std::is_same_v<Value, NyXmlVector> || std::is_same_v<Value, NyXmlOrientation>) {
+        EXPECT_TRUE(one != other && !(one != same));
+    }
+}
+
+TEST(Containers, EqualAreThoseWithEqualItems)
+{
+    Row list;
+    Ids set;
+    list.pushBack(1u);
+    set.add(1u);
+    expectUnequal(list, Row());
+    expectUnequal(set, Ids());
+    expectUnequal(Weights(std::string("a"), 1.0), Weights(std::string("a"), 2.0));
+    expectUnequal(Weights(std::string("a"), 1.0), Weights(std::string("b"), 1.0));
+    expectUnequal(Span(1.0, 2.0), Span(1.0, 3.0));
+    expectUnequal(Span(1.0, 2.0), Span(3.0, 2.0));
+    expectUnequal(B<double>(1.0), B<double>(2.0));
+    expectUnequal(NyXmlVectorType<B<double>>(2, 1.0), NyXmlVectorType<B<double>>(2, 2.0));
+    expectUnequal(NyXmlVectorBasicType<B<double>>(2, 1.0), NyXmlVectorBasicType<B<double>>(3, 1.0));
+    NyVector const place(1, 2, 3);
+    NyXmlVector const vector(place), other(NyVector(1, 2, 4));
+    expectUnequal(vector, other);
+    EXPECT_TRUE(vector == place && other != place && !(vector != place) && !(other == place));
+    expectUnequal(NyXmlOrientation(NyOrientation(1, 0, 0, 0)), NyXmlOrientation(NyOrientation(0, 0, 0, 1)));
 }
 
 // None of these is compiled into the library: an application gets them from the headers.

@@ -1,6 +1,7 @@
 // What a library meets in a long life: outputs that break at any byte, a full disk, and a hundred thousand documents in one process.
 
 #include "CompoundSupport.h"
+#include "FailingMemory.h"
 
 #include <nyXml/values/NyXmlEnumType.h>
 #include <nyXml/values/NyXmlMapType.h>
@@ -9,6 +10,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <thread>
 #include <tuple>
 
 #include <malloc.h>
@@ -113,13 +115,66 @@ TEST(Endurance, OutputMayBreakBehindEveryByte)
     EXPECT_EQ(written(parts), whole) << "the objects have not suffered";
 }
 
-TEST(Endurance, FullDiskShowsInTheStream)
+/// How many allocations an operation takes for one of a hundred things of a kind, once as many have been there before.
+template <class Operation>
+double allocationsForEach(Operation operation)
 {
-    std::ofstream stream("/dev/full", std::ios::binary);
-    if (!stream)
-        GTEST_SKIP() << "no /dev/full here";
-    writeTo(stream, sample());
-    EXPECT_FALSE(stream.flush().good());
+    auto const allocationsFor = [&operation](int count) {
+        operation(count);
+        long const before = FailingMemory::allocations();
+        operation(count);
+        return FailingMemory::allocations() - before;
+    };
+    return static_cast<double>(allocationsFor(120) - allocationsFor(20)) / 100;
+}
+
+// Speed rests on it: what is kept takes the memory that it is kept in, and what goes by takes none. Nothing here fits a string's own room,
+// so that each detour shows.
+void countAllocations()
+{
+    std::string const text = "a text too long to lie in its string";
+    auto const repeat = [](std::string const& item, int count) {
+        std::string all;
+        for (; count != 0; --count)
+            all += item;
+        return all;
+    };
+    auto const read = [&](auto object, std::string const& head, std::string const& item, std::string const& tail) {
+        return allocationsForEach([&](int count) {
+            auto target = object;
+            EXPECT_TRUE(
+                readValue(target, "<v size='" + std::to_string(count) + "'>" + head + repeat(item, count) + tail + "</v>"));
+        });
+    };
+    EXPECT_LT(read(NyXmlVectorBasicType<NyXmlBasicType<double>>(), "<group>", "0.12345678901234567 ", "</group>"), 0.1);
+    EXPECT_LT(read(NyXmlVectorVector(), "", "<e x=\"1.25\" y=\"2\" z=\"3\"/>", ""), 0.1);
+    EXPECT_LT(read(NyXmlVectorType<Part>(), "", "<element id='7'><name>" + text + "</name></element>", ""), 1.1) << "its name";
+    auto const write = [](auto item) {
+        return allocationsForEach([&](int count) {
+            std::ostringstream stream;
+            NyXmlWriter writer("doc.xml", stream);
+            NyToken const token("urn:a-namespace-with-a-long-name", "an-element");
+            writer.writeStartTag(token);
+            for (; count != 0; --count) {
+                writer.writeStartTag(token);
+                item(writer);
+                writer.writeEndTag();
+            }
+            writer.writeEndTag();
+        });
+    };
+    EXPECT_LT(write([&](NyXmlWriter& writer) { writer << text << 0.1; }), 0.1);
+    EXPECT_LT(write([](NyXmlWriter& writer) { writer << 1; }), 0.1);
+
+    NyXmlBasicType<int> small;
+    long const before = FailingMemory::allocations();
+    readValue(small, "<v>1</v>");
+    EXPECT_LE(FailingMemory::allocations() - before, 5) << "most of what a reader needs waits for the next one";
+}
+
+TEST(Endurance, OnlyWhatIsKeptTakesMemory)
+{
+    std::thread(countAllocations).join(); // one where nobody has read anything
 }
 
 std::size_t openHandles()

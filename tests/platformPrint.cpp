@@ -15,6 +15,8 @@ namespace {
 TEST(PlatformPrint, WriteKeepsEveryByteOfAnyLength)
 {
     Messages messages;
+    Ny::Print::write(Ny::Print::FAULT, "%s", "");
+    EXPECT_EQ(messages.take(), "");
     for (std::size_t length : { 0, 507, 508, 509, 100000 }) {
         std::string const text(length, 'x');
         Ny::Print::write(Ny::Print::FAULT, "%s|%d%%\n", text.c_str(), 7);

@@ -135,18 +135,6 @@ TEST(ReaderScanner, StreamThatFailsIsAtItsEnd)
     EXPECT_EQ(seenAt(reader), "error");
 }
 
-TEST(ReaderScanner, CopyReadsOnAndAssignmentKeepsItsStream)
-{
-    Messages messages;
-    Open<> source("<a>" + std::string(20000, ' ') + "<b c='1'/></a>", 1), target(" <z/> </a>", 0, "second.xml");
-    target.reader = source.reader;
-    EXPECT_STREQ(target.reader.filename(), "doc.xml");
-    EXPECT_EQ(eventsLeft(target.reader), "empty z | end | eof");
-    NyXmlFileReader copy(source.reader);
-    EXPECT_EQ(eventsLeft(copy), "empty b c=1 | end | eof");
-    EXPECT_EQ(source.reader.element().token(), "a");
-}
-
 TEST(ReaderScanner, OverridesSeeEveryStep)
 {
     struct Loud : NyXmlFileReader {

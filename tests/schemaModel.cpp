@@ -67,6 +67,13 @@ TEST(SchemaModel, Described)
                                   "shape.Type: any: {demo:shape.Group}\n"
                                   "shape.Group: one: addLibraries(demo:addLibraries.Type) ball(double) box(demo:box.Type)\n");
     EXPECT_TRUE(robot.createSchema(directory.path("no/such/directory"), demo("robot")));
+    struct : NyXmlSchema {
+        void describing(NyXmlObject const& object) override { described = &object; }
+        NyXmlObject const* described = nullptr;
+    } schema;
+    Compound<2> const empty;
+    EXPECT_TRUE(empty.writeSchema(schema));
+    EXPECT_EQ(schema.described, &empty);
 }
 
 TEST(SchemaModel, OneMemberOfEveryKindIsValid)

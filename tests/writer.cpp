@@ -45,17 +45,6 @@ std::string written(std::string const& calls, std::string const& indent = " ")
     return at == std::string::npos ? bytes : std::string(bytes).erase(at, location.size());
 }
 
-TEST(Writer, SmallDocument)
-{
-    std::ostringstream stream;
-    NyXmlWriter writer("model.xml", stream);
-    play(writer, "<urn:demo/shapes#root @id #7 +size #1.5 / +note / /");
-    EXPECT_EQ(stream.str(),
-              "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<root " + instance +
-                  "\n  xsi:schemaLocation=\"urn:demo/shapes\n  model.shapes.xsd\" xmlns=\"urn:demo/shapes\" id=\"7\">\n"
-                  " <size>1.5</size>\n <note xsi:nil=\"true\"/>\n</root>\n");
-}
-
 TEST(Writer, FormOfAnElement)
 {
     std::string const fifty(50, 'x'), open = "<r xmlns=\"u\">\n";
