@@ -134,41 +134,51 @@ void NyXmlRegistrar::registerBasesOnce()
         m_theKind.registerBases();
 }
 
+// Hot: once for each member of each object that is read. What is not as the last time is done elsewhere, so that this stays small.
 void NyXmlRegistrar::enter(NyXmlCompoundType& compound, NyXmlClass const* ofClass, bool isAttribute, char const* scope,
                            char const* name, NyXmlObject* object)
 {
+    NyXmlRegistrar* const registrar = theRegistrar;
+    if (registrar == nullptr || &registrar->m_theCompound != &compound || !registrar->m_hasBases)
+        return enterAnew(compound, ofClass, isAttribute, scope, name, object);
+    NyXmlClass::Member const* const next = registrar->m_theNext;
+    if (next == registrar->m_theEnd || next->name != name || next->scope != scope || next->isAttribute != isAttribute ||
+        next->distance != distanceOf(compound, object) || next->isReadOnly || next->isRequired != (ofClass != nullptr))
+        return enterAnew(compound, ofClass, isAttribute, scope, name, object);
+    registrar->m_theNext = next + 1;
+    registrar->m_isCompared = true;
+    if (isAttribute)
+        compound.registerAttributeComponent(next->token, object);
+    else
+        compound.registerComponent(next->token, object);
+    registrar->m_isCompared = false; // an override may have kept it from us
+}
+
+void NyXmlRegistrar::enterAnew(NyXmlCompoundType& compound, NyXmlClass const* ofClass, bool isAttribute, char const* scope,
+                               char const* name, NyXmlObject* object)
+{
+    NyXmlRegistrar* const registrar =
+        theRegistrar != nullptr && &theRegistrar->m_theCompound == &compound ? theRegistrar : nullptr;
+    if (registrar != nullptr && !registrar->m_hasBases) {
+        registrar->registerBasesOnce();
+        return enter(compound, ofClass, isAttribute, scope, name, object);
+    }
+    NyToken const token = NyXmlModelWork::tokenInScopeOf(isAttribute ? "" : scope, name);
     bool const isRequired = ofClass != nullptr;
-    auto const registerAs = [&](NyToken const& token) {
+    if (isRequired)
+        ofClass->addRequired(isAttribute, token.localName());
+    auto const registerIt = [&] {
         if (isAttribute)
             compound.registerAttributeComponent(token, object);
         else
             compound.registerComponent(token, object);
     };
-    NyXmlRegistrar* const registrar = theRegistrar;
-    if (registrar == nullptr || &registrar->m_theCompound != &compound) {
-        NyToken const token = NyXmlModelWork::tokenInScopeOf(isAttribute ? "" : scope, name);
-        if (isRequired)
-            ofClass->addRequired(isAttribute, token.localName());
-        registerAs(token);
-        return;
-    }
-    registrar->registerBasesOnce();
-    NyXmlClass::Member const* const next = registrar->m_theNext;
-    if (next != registrar->m_theEnd && next->name == name && next->scope == scope && next->isAttribute == isAttribute &&
-        next->distance == distanceOf(compound, object) && !next->isReadOnly && next->isRequired == isRequired) {
-        ++registrar->m_theNext;
-        registrar->m_isCompared = true;
-        registerAs(next->token);
-        registrar->m_isCompared = false; // an override may have kept it from us
-        return;
-    }
+    if (registrar == nullptr)
+        return registerIt();
     char const* const outerScope = std::exchange(registrar->m_theScope, scope);
     char const* const outerName = std::exchange(registrar->m_theName, name);
     bool const wasRequired = std::exchange(registrar->m_isRequired, isRequired);
-    NyToken const token = NyXmlModelWork::tokenInScopeOf(isAttribute ? "" : scope, name);
-    if (isRequired)
-        ofClass->addRequired(isAttribute, token.localName());
-    registerAs(token);
+    registerIt();
     registrar->m_theScope = outerScope;
     registrar->m_theName = outerName;
     registrar->m_isRequired = wasRequired;

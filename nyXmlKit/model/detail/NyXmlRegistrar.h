@@ -46,6 +46,8 @@ public:
 
 private:
     void registerBasesOnce();
+    static void enterAnew(NyXmlCompoundType& compound, NyXmlClass const* ofClass, bool isAttribute, char const* scope,
+                          char const* name, NyXmlObject* object);
     static NyXmlRegistrar* noterOfVersions(NyXmlCompoundType const& compound);
 
     NyXmlCompoundType& m_theCompound;
