@@ -190,8 +190,35 @@ NyXmlFileReader::XML_READER_MODE NyXmlReader::examineEvent()
 
 NyXmlFileReader::XML_READER_MODE NyXmlReader::readRun(NyXmlWordSink& words)
 {
-    if (typeid(*this) != typeid(NyXmlReader))
-        return readXml();
+    NyXmlShortcuts const* const ways = shortcuts();
+    return ways != nullptr ? ways->readRun(*this, words) : readBlocks(words);
+}
+
+NyXmlFileReader::XML_READER_MODE NyXmlReader::readInPiecesIf(NyXmlWordSink& words, RunWatch& watch)
+{
+    class Sink final : public NyXmlWordSink {
+    public:
+        Sink(NyXmlWordSink& target, RunWatch& asked) : m_target(target), m_asked(asked) {}
+        void takeWords(std::string_view text) override
+        {
+            if (m_asked.mayPass(text))
+                m_target.takeWords(text);
+        }
+        void forgetWords() override
+        {
+            m_asked.forgetRun();
+            m_target.forgetWords();
+        }
+
+    private:
+        NyXmlWordSink& m_target;
+        RunWatch& m_asked;
+    } sink(words, watch);
+    return readBlocks(sink);
+}
+
+NyXmlFileReader::XML_READER_MODE NyXmlReader::readBlocks(NyXmlWordSink& words)
+{
     bool const isTaken = m_theTop->takeRun(words);
     NyXmlFileReader::XML_READER_MODE const mode = readXml();
     if (isTaken && (!m_theTop->endRun() || mode != NyXmlFileReader::XML_READER_CONTENT))

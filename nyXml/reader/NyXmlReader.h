@@ -178,8 +178,8 @@ public:
     std::string_view takeContent() noexcept { return m_theTop->takeContent(); }
 
     /// readXml() at the start tag of a run that may be long. What is too much for one block goes to \p words as it comes, and the content
-    /// is what follows behind them, at least one word. If the event is not XML_READER_CONTENT, no word has been taken. In a subclass it is
-    /// readXml() alone.
+    /// is what follows behind them, at least one word. If the event is not XML_READER_CONTENT, no word has been taken. For a reader that
+    /// hasWholeRuns().
     NyXmlFileReader::XML_READER_MODE readRun(NyXmlWordSink& words);
 
 protected:
@@ -230,6 +230,11 @@ protected:
     ///     /// All of content(), which is empty from then on.
     ///     std::string_view takeContent();
     /// \endcode
+    /// A fourth one, which it need not have, reads a run block by block:
+    /// \code
+    ///     /// readXml() at the start tag of a run; words may be taken before, all but the last ones.
+    ///     NyXmlFileReader::XML_READER_MODE readInPieces(NyXmlWordSink& words) { return readInPiecesIf(words, *this); }
+    /// \endcode
     /// \tparam Reader  the subclass; to be called by its constructor
     /// \tparam Base    what Reader is derived from. If that is a class of somebody else's that has offered nothing, nothing is offered
     template <class Reader, class Base = NyXmlReader>
@@ -244,6 +249,7 @@ protected:
             },
             [](NyXmlReader& reader, NyToken const& name, NyToken const* const* attributes, std::string_view* values,
                std::size_t count) { return static_cast<Reader&>(reader).takeLeaf(name, attributes, values, count); },
+            [](NyXmlReader& reader, NyXmlWordSink& words) { return static_cast<Reader&>(reader).readInPieces(words); },
             [](NyXmlReader& reader) { return static_cast<Reader&>(reader).takeContent(); },
         };
         m_theShortcuts = &ways;
@@ -259,6 +265,24 @@ protected:
         m_isBehindLeafTag = m_isBehindLeafTag && !isTaken;
         return isTaken;
     }
+
+    NyXmlFileReader::XML_READER_MODE readInPieces(NyXmlWordSink&) { return readXml(); }
+
+    /// Who is asked about the pieces of a run.
+    class RunWatch {
+    public:
+        /// \param words  whole ones, with white space between them. False drops them
+        virtual bool mayPass(std::string_view words) = 0;
+
+        /// All that has come of this run was no content after all.
+        virtual void forgetRun() = 0;
+
+    protected:
+        ~RunWatch() = default;
+    };
+
+    /// The fourth for a subclass that reads by this class.
+    NyXmlFileReader::XML_READER_MODE readInPiecesIf(NyXmlWordSink& words, RunWatch& watch);
 
     /// The second.
     template <class MayPass>
@@ -279,6 +303,7 @@ private:
     bool takeLink(std::string& path, bool& remote);
     void openLink(std::string const& path, bool remote);
     NyXmlFileReader* documentOfLeaves() const;
+    NyXmlFileReader::XML_READER_MODE readBlocks(NyXmlWordSink& words);
 
     std::list<NyXmlFileReader> m_theFileReaders;
     bool m_theCheckVersionFlag = true;

@@ -75,8 +75,7 @@ NyXmlReadResult NyXmlFile::read(std::string const& path, NyXmlObject& object, Ny
     NyXmlFileInput file(path, options.guard && options.guard->onlyRegularFiles);
     if (!file.error().empty())
         return cannotBeRead(path, file, options);
-    NyXmlReading reading(path, file, file.size(), options);
-    reading.setFile(&file);
+    NyXmlReading reading(path, file, options);
     Listening const listening(reading.faults());
     return reading.read(object);
 }
@@ -84,7 +83,7 @@ NyXmlReadResult NyXmlFile::read(std::string const& path, NyXmlObject& object, Ny
 NyXmlReadResult NyXmlFile::read(std::istream& stream, std::string const& name, NyXmlObject& object,
                                 NyXmlReadOptions const& options)
 {
-    NyXmlReading reading(name, stream, 0, options);
+    NyXmlReading reading(name, stream, options);
     Listening const listening(reading.faults());
     return reading.read(object);
 }

@@ -156,8 +156,10 @@ protected:
     {
         return takeLeafIf(name, attributes, values, count, [] { return true; });
     }
+    Mode readInPieces(NyXmlWordSink& words) { return readRunBy(words, nullptr); }
     std::string_view takeContent() { return hasEnded() ? std::string_view() : Base::takeContent(); }
 
+    Mode readInPiecesIf(NyXmlWordSink& words, NyXmlReader::RunWatch& watch) { return readRunBy(words, &watch); }
     template <class MayPass>
     bool takeLeafIf(NyToken const& name, std::string_view& text, MayPass mayPass)
     {
@@ -209,7 +211,7 @@ private:
             NyXmlGuardState::enter(Base::numOfAttributes());
             m_wasEmptyTag = mode == NyXmlFileReader::XML_READER_EMPTY_TAG;
             return;
-        case NyXmlFileReader::XML_READER_CONTENT: NyXmlGuardState::checkText(text().size()); break;
+        case NyXmlFileReader::XML_READER_CONTENT: NyXmlGuardState::checkLastPiece(text().size()); break;
         case NyXmlFileReader::XML_READER_END_TAG:
         case NyXmlFileReader::XML_READER_EOF:
         case NyXmlFileReader::XML_READER_ERROR: break;
@@ -249,6 +251,7 @@ private:
     }
 
     bool takeLink(std::string& href);
+    Mode readRunBy(NyXmlWordSink& words, NyXmlReader::RunWatch* next);
 
     bool m_wasEmptyTag = false;
     bool m_isSkipping = false;
@@ -258,6 +261,36 @@ private:
 
 /// For documents in the core's dialect.
 using NyXmlGuardedReader = NyXmlGuarded<NyXmlReader>;
+
+/// A run, piece by piece. \param next  asked after us
+template <class Base>
+NyXmlFileReader::XML_READER_MODE NyXmlGuarded<Base>::readRunBy(NyXmlWordSink& words, NyXmlReader::RunWatch* next)
+{
+    class Pieces final : public NyXmlReader::RunWatch {
+    public:
+        Pieces(NyXmlGuarded& reader, NyXmlReader::RunWatch* next) : m_reader(reader), m_next(next) {}
+        bool mayPass(std::string_view words) override
+        {
+            return m_reader.NyXmlGuardState::mayPassPiece(words) && (m_next == nullptr || m_next->mayPass(words));
+        }
+        void forgetRun() override
+        {
+            m_reader.NyXmlGuardState::forgetPieces();
+            if (m_next != nullptr)
+                m_next->forgetRun();
+        }
+
+    private:
+        NyXmlGuarded& m_reader;
+        NyXmlReader::RunWatch* m_next;
+    };
+    if (hasEnded())
+        return NyXmlFileReader::XML_READER_ERROR;
+    NyXmlGuardState::anEventIsDue();
+    NyXmlGuardState::beginRun();
+    Pieces watch(*this, next);
+    return Base::readInPiecesIf(words, watch);
+}
 
 // The base skips in one go, which no limit would see.
 template <class Base>

@@ -3,12 +3,15 @@
 #ifndef NYXML_READER_DETAIL_NYXMLSHORTCUTS_H
 #define NYXML_READER_DETAIL_NYXMLSHORTCUTS_H
 
+#include <nyXml/reader/NyXmlFileReader.h>
+
 #include <cstddef>
 #include <string_view>
 #include <typeinfo>
 
 class NyToken;
 class NyXmlReader;
+class NyXmlWordSink;
 
 /// What a subclass of NyXmlReader gives past its events, see NyXmlReader::offerShortcuts(). One for each class, which is why a copy of a
 /// reader may go on with it.
@@ -17,6 +20,7 @@ struct NyXmlShortcuts {
     bool (*takeText)(NyXmlReader& reader, NyToken const& name, std::string_view& text);
     bool (*takeAttributes)(NyXmlReader& reader, NyToken const& name, NyToken const* const* attributes, std::string_view* values,
                            std::size_t count);
+    NyXmlFileReader::XML_READER_MODE (*readRun)(NyXmlReader& reader, NyXmlWordSink& words);
     std::string_view (*takeContent)(NyXmlReader& reader);
 };
 

@@ -1,25 +1,35 @@
 #include <nyXmlKit/file/detail/NyXmlInputWatch.h>
 
+#include <nyXmlKit/guard/NyXmlFileInput.h>
+
 #include <algorithm>
 #include <cstring>
 #include <string_view>
 
-std::size_t NyXmlInputWatch::Buffer::take(char* to, std::size_t count)
+NyXmlInputWatch::NyXmlInputWatch(std::istream& source)
+    : m_theStream(&source),
+      m_theInput(m_theOwnInput.emplace(static_cast<std::streambuf*>(this)))
+{}
+
+NyXmlInputWatch::NyXmlInputWatch(NyXmlFileInput& file) : m_theFile(file.rdbuf()), m_theInput(file) { file.rdbuf(this); }
+
+std::size_t NyXmlInputWatch::take(char* to, std::size_t count)
 {
     if (m_hasEnded)
         return 0;
-    m_theSource.read(to, static_cast<std::streamsize>(count));
-    std::size_t const got = static_cast<std::size_t>(m_theSource.gcount());
+    std::streamsize const wanted = static_cast<std::streamsize>(count);
+    std::streamsize const come = m_theFile != nullptr ? m_theFile->sgetn(to, wanted) : m_theStream->read(to, wanted).gcount();
+    std::size_t const got = static_cast<std::size_t>(come);
     std::string_view const block(to, got);
     std::size_t const black = block.find_last_not_of(" \t\r\n");
     if (black != std::string_view::npos)
-        lastBlack = block[black];
-    hasZeroByte = hasZeroByte || std::memchr(to, '\0', got) != nullptr;
-    m_hasEnded = got != 0 && listener && !listener(got);
+        m_theLastBlack = block[black];
+    m_hasZeroByte = m_hasZeroByte || std::memchr(to, '\0', got) != nullptr;
+    m_hasEnded = got != 0 && m_theListener && !m_theListener(got);
     return m_hasEnded ? 0 : got;
 }
 
-NyXmlInputWatch::Buffer::int_type NyXmlInputWatch::Buffer::underflow()
+NyXmlInputWatch::int_type NyXmlInputWatch::underflow()
 {
     std::size_t const got = take(m_theBytes.data(), m_theBytes.size());
     setg(m_theBytes.data(), m_theBytes.data(), m_theBytes.data() + got);
@@ -27,7 +37,7 @@ NyXmlInputWatch::Buffer::int_type NyXmlInputWatch::Buffer::underflow()
 }
 
 // The reader asks for whole blocks, which go straight into its memory.
-std::streamsize NyXmlInputWatch::Buffer::xsgetn(char* to, std::streamsize count)
+std::streamsize NyXmlInputWatch::xsgetn(char* to, std::streamsize count)
 {
     std::streamsize const held = std::min<std::streamsize>(count, egptr() - gptr());
     if (held > 0) {

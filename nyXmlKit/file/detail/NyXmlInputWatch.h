@@ -5,47 +5,53 @@
 
 #include <array>
 #include <cstddef>
-#include <cstdint>
 #include <functional>
 #include <istream>
+#include <optional>
 #include <streambuf>
+#include <utility>
 
-/// A stream that passes on another one block by block, and remembers what the parser does not tell.
-class NyXmlInputWatch : public std::istream {
+class NyXmlFileInput;
+
+/// Passes on a stream block by block, and remembers what the parser does not tell.
+class NyXmlInputWatch final : private std::streambuf {
 public:
     /// Told of the bytes of each read. False ends the stream.
     using Listener = std::function<bool(std::size_t)>;
 
-    explicit NyXmlInputWatch(std::istream& source) : std::istream(nullptr), m_theBuffer(source) { rdbuf(&m_theBuffer); }
+    explicit NyXmlInputWatch(std::istream& source);
 
-    void setListener(Listener listener) { m_theBuffer.listener = std::move(listener); }
+    /// The file's stream becomes the watched one: making another one takes longer than reading a small file.
+    explicit NyXmlInputWatch(NyXmlFileInput& file);
+
+    NyXmlInputWatch(NyXmlInputWatch const&) = delete;
+    NyXmlInputWatch& operator=(NyXmlInputWatch const&) = delete;
+
+    std::istream& stream() noexcept { return m_theInput; }
+
+    void setListener(Listener listener) { m_theListener = std::move(listener); }
 
     /// The last byte so far that is not white space, or a zero byte.
-    char lastBlack() const noexcept { return m_theBuffer.lastBlack; }
+    char lastBlack() const noexcept { return m_theLastBlack; }
 
-    bool hasZeroByte() const noexcept { return m_theBuffer.hasZeroByte; }
+    bool hasZeroByte() const noexcept { return m_hasZeroByte; }
+
+protected:
+    int_type underflow() override;
+    std::streamsize xsgetn(char* to, std::streamsize count) override;
 
 private:
-    class Buffer final : public std::streambuf {
-    public:
-        explicit Buffer(std::istream& source) : m_theSource(source) {}
-        Listener listener;
-        char lastBlack = '\0';
-        bool hasZeroByte = false;
+    std::size_t take(char* to, std::size_t count);
 
-    protected:
-        int_type underflow() override;
-        std::streamsize xsgetn(char* to, std::streamsize count) override;
-
-    private:
-        std::size_t take(char* to, std::size_t count);
-
-        std::istream& m_theSource;
-        bool m_hasEnded = false;
-        std::array<char, 512> m_theBytes; // for callers who go byte by byte
-    };
-
-    Buffer m_theBuffer;
+    std::istream* const m_theStream = nullptr; ///< the source,
+    std::streambuf* const m_theFile = nullptr; ///< or this
+    std::optional<std::istream> m_theOwnInput;
+    std::istream& m_theInput;
+    Listener m_theListener;
+    char m_theLastBlack = '\0';
+    bool m_hasZeroByte = false;
+    bool m_hasEnded = false;
+    std::array<char, 512> m_theBytes; // for callers who go byte by byte
 };
 
 #endif

@@ -22,11 +22,10 @@ class NyXmlStrictChecker;
 /// One document on its way into an object.
 class NyXmlReading {
 public:
-    /// \param total  bytes of the document, 0 if nobody knows
-    NyXmlReading(std::string const& name, std::istream& stream, std::uint64_t total, NyXmlReadOptions const& options);
+    NyXmlReading(std::string const& name, std::istream& stream, NyXmlReadOptions const& options);
 
-    /// Who knows why the stream ended, if it is a file.
-    void setFile(NyXmlFileInput const* file) { m_theFile = file; }
+    /// From a file, which knows its size and why it ended.
+    NyXmlReading(std::string const& path, NyXmlFileInput& file, NyXmlReadOptions const& options);
 
     /// Where all messages of this thread have to go while read() runs.
     NyXmlFaultCollector& faults() { return m_theFaults; }
@@ -56,7 +55,7 @@ private:
     NyXmlReadOptions const& m_theOptions;
     NyXmlInputWatch m_theInput;
     NyXmlFileInput const* m_theFile = nullptr;
-    std::uint64_t const m_theTotal;
+    std::uint64_t const m_theTotal = 0; ///< bytes of the document, 0 if nobody knows
     bool const m_isStrict;
     std::uint64_t m_theBytes = 0;
     NyXmlStrictChecker* m_theChecker = nullptr; ///< while a strict reading runs

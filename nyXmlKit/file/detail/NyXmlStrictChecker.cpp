@@ -4,6 +4,7 @@
 #include <nyXml/reader/NyXmlReader.h>
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cstddef>
 #include <system_error>
@@ -25,19 +26,26 @@ std::string quoted(std::string_view text)
     return '"' + std::string(text.substr(0, longest)) + (text.size() > longest ? "...\"" : "\"");
 }
 
-bool isWhite(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; }
+constexpr auto whiteBytes = [] {
+    std::array<bool, 256> table{};
+    for (char const c : { ' ', '\t', '\n', '\r' })
+        table[static_cast<unsigned char>(c)] = true;
+    return table;
+}();
+
+bool isWhite(char c) { return whiteBytes[static_cast<unsigned char>(c)]; }
 
 std::string_view nextWord(std::string_view& text)
 {
-    std::size_t start = 0;
-    while (start != text.size() && isWhite(text[start]))
+    char const* start = text.data();
+    char const* const end = start + text.size();
+    while (start != end && isWhite(*start))
         ++start;
-    std::size_t end = start;
-    while (end != text.size() && !isWhite(text[end]))
-        ++end;
-    std::string_view const word = text.substr(start, end - start);
-    text.remove_prefix(end);
-    return word;
+    char const* behind = start;
+    while (behind != end && !isWhite(*behind))
+        ++behind;
+    text = { behind, static_cast<std::size_t>(end - behind) };
+    return { start, static_cast<std::size_t>(behind - start) };
 }
 
 bool isBase64(std::string_view text)
@@ -334,17 +342,10 @@ void NyXmlStrictChecker::text(std::string_view text)
     choose();
     Frame& frame = top();
     frame.hasText = true;
+    m_isInPieces = false;
     switch (frame.shape->kind) {
     case Kind::TEXT: checkText(*frame.shape, text); break;
-    case Kind::RUN: {
-        Frame& sequence = m_theFrames[m_theDepth - 2];
-        NyXmlShape const& item = *sequence.shape->item;
-        for (std::string_view rest = text, word = nextWord(rest); !word.empty(); word = nextWord(rest)) {
-            ++sequence.items;
-            checkText(item, word);
-        }
-        break;
-    }
+    case Kind::RUN: checkWords(text); break;
     case Kind::MEMBERS:
     case Kind::CHOICE:
     case Kind::SEQUENCE:
@@ -360,6 +361,38 @@ void NyXmlStrictChecker::text(std::string_view text)
     }
     end(false);
     m_wasText = true;
+}
+
+// Of a run.
+void NyXmlStrictChecker::checkWords(std::string_view words)
+{
+    Frame& sequence = m_theFrames[m_theDepth - 2];
+    NyXmlShape const& item = *sequence.shape->item;
+    for (std::string_view rest = words, word = nextWord(rest); !word.empty(); word = nextWord(rest)) {
+        ++sequence.items;
+        if (item.kind != Kind::TEXT || !item.text.matches(word))
+            checkText(item, word);
+    }
+}
+
+void NyXmlStrictChecker::piece(std::string_view words)
+{
+    if (m_theDepth == 0 || top().shape == nullptr || top().shape->kind != Kind::RUN)
+        return;
+    if (!std::exchange(m_isInPieces, true))
+        m_theItemsOfRun = m_theFrames[m_theDepth - 2].items;
+    checkWords(words);
+}
+
+// The run turned out to be none, and may have come to its end.
+void NyXmlStrictChecker::forgetPieces()
+{
+    m_isInPieces = false;
+    for (std::size_t i = m_theDepth; i-- > 0;)
+        if (m_theFrames[i].shape != nullptr && m_theFrames[i].shape->kind == Kind::SEQUENCE) {
+            m_theFrames[i].items = m_theItemsOfRun;
+            return;
+        }
 }
 
 void NyXmlStrictChecker::rawText(std::string_view text)

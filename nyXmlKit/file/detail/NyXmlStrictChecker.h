@@ -46,6 +46,10 @@ public:
     bool passText(NyToken const& name, std::string_view text);
     bool passTag(NyToken const& name, NyToken const* const* attributes, std::string_view const* values, std::size_t count);
 
+    // A run in pieces, the last one as a text.
+    void piece(std::string_view words);
+    void forgetPieces();
+
     /// Nothing is known of the element in hand: whoever reads it skips it.
     void forget();
 
@@ -84,6 +88,7 @@ private:
     NyXmlShape* enterMember(Frame& parent, std::string const& name);
     NyXmlShape* leafIn(Frame& parent, std::string const& name, unsigned int*& seen);
     void choose();
+    void checkWords(std::string_view words);
     void takeClaim(Frame& frame, std::string const& value);
     void checkText(NyXmlShape const& shape, std::string_view text, std::string_view attribute = {});
     void checkMembers(Frame const& frame);
@@ -101,6 +106,8 @@ private:
     std::size_t m_theDepth = 0;
     std::vector<unsigned int> m_theSeen;
     std::size_t m_theNoticesSeen = 0;
+    std::size_t m_theItemsOfRun = 0; ///< before its pieces
+    bool m_isInPieces = false;
     std::optional<std::pair<NyXmlFault::Kind, std::string>> m_thePending; ///< of an element that is about to be open
     bool m_isClosed = false;
     bool m_wasText = false;          ///< the last event, which has closed its element

@@ -115,6 +115,11 @@ public:
             m_isAtTag = m_isEmptyTag = true;
         return isTaken;
     }
+    Mode readInPieces(NyXmlWordSink& words)
+    {
+        PieceWatch watch(m_theChecker);
+        return this->readInPiecesIf(words, watch);
+    }
     using Base::takeContent;
 
 protected:
@@ -126,6 +131,20 @@ protected:
     }
 
 private:
+    class PieceWatch final : public NyXmlReader::RunWatch {
+    public:
+        explicit PieceWatch(NyXmlStrictChecker& checker) : m_theChecker(checker) {}
+        bool mayPass(std::string_view words) override
+        {
+            m_theChecker.piece(words);
+            return true;
+        }
+        void forgetRun() override { m_theChecker.forgetPieces(); }
+
+    private:
+        NyXmlStrictChecker& m_theChecker;
+    };
+
     void leaveTag()
     {
         if (!m_isAtTag)

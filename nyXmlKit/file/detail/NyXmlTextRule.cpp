@@ -12,6 +12,7 @@
 #include <charconv>
 #include <climits>
 #include <cmath>
+#include <cstddef>
 #include <locale.h>
 #include <sstream>
 #include <system_error>
@@ -45,6 +46,60 @@ std::string_view stripped(std::string_view text)
     constexpr char const* white = " \t\n\v\f\r";
     std::size_t const first = text.find_first_not_of(white);
     return first == std::string_view::npos ? std::string_view() : text.substr(first, text.find_last_not_of(white) + 1 - first);
+}
+
+bool isDigit(char c) { return static_cast<unsigned char>(c - '0') < 10; }
+
+/// Hot: once for each number of a strict reading, and nearly all are written so. Whether the text is a real as one writes it, `-12.5e3`,
+/// too short to be too large for its type; isReal() asks a conversion, which takes three times as long.
+bool isEverydayReal(std::string_view text, bool isFloat)
+{
+    char const* at = text.data();
+    char const* const end = at + text.size();
+    auto const skipDigits = [&at, end] {
+        char const* const start = at;
+        while (at != end && isDigit(*at))
+            ++at;
+        return at - start;
+    };
+    at += at != end && *at == '-' ? 1 : 0;
+    std::ptrdiff_t places = skipDigits();
+    std::ptrdiff_t decimals = 0;
+    if (at != end && *at == '.') {
+        ++at;
+        decimals = skipDigits();
+    }
+    if (places + decimals == 0)
+        return false;
+    if (at != end && (*at == 'e' || *at == 'E')) {
+        ++at;
+        bool const isNegative = at != end && *at == '-';
+        at += at != end && (*at == '-' || *at == '+') ? 1 : 0;
+        int exponent = 0;
+        char const* const digits = at;
+        for (; at != end && isDigit(*at) && at - digits < 4; ++at)
+            exponent = 10 * exponent + (*at - '0');
+        if (at == digits)
+            return false;
+        places += isNegative ? 0 : exponent;
+    }
+    return at == end && places < (isFloat ? 38 : 308);
+}
+
+/// The same for a whole number of at most nine digits.
+bool isEverydayWhole(std::string_view text, long long least, unsigned long long most)
+{
+    bool const isNegative = !text.empty() && text.front() == '-';
+    text.remove_prefix(isNegative ? 1 : 0);
+    unsigned int magnitude = 0;
+    for (char const c : text) {
+        if (!isDigit(c))
+            return false;
+        magnitude = 10 * magnitude + static_cast<unsigned int>(c - '0');
+        if (magnitude > 99'999'999)
+            return false; // another digit might be too much
+    }
+    return !text.empty() && (isNegative ? magnitude <= 0ull - static_cast<unsigned long long>(least) : magnitude <= most);
 }
 
 /// Whether the whole text is a number within bounds, of which the lower one is not positive.
@@ -161,9 +216,10 @@ bool NyXmlTextRule::matches(std::string_view text) const
     switch (m_theKind) {
     case Kind::ANY: return true;
     case Kind::CHARACTER: return stripped(text).size() == 1;
-    case Kind::WHOLE: return isWhole(stripped(text), m_theLeast, m_theMost);
-    case Kind::REAL: return isReal(stripped(text), m_isFloat, value);
-    case Kind::REAL_FROM_0: return isReal(stripped(text), false, value) && value >= 0;
+    case Kind::WHOLE: return isEverydayWhole(text, m_theLeast, m_theMost) || isWhole(stripped(text), m_theLeast, m_theMost);
+    case Kind::REAL: return isEverydayReal(text, m_isFloat) || isReal(stripped(text), m_isFloat, value);
+    case Kind::REAL_FROM_0:
+        return (isEverydayReal(text, false) && text.front() != '-') || (isReal(stripped(text), false, value) && value >= 0);
     case Kind::WORDS: {
         std::string const word(text);
         NyBaseXmlBasicType& v = *m_theValue;

@@ -62,6 +62,11 @@ public:
     void checkText(std::size_t size);
     /// Text that a reader holds before it is an event.
     void checkHeld(std::size_t size);
+    // A run that comes in pieces, the last one as a text. Its element has just been entered.
+    void beginRun() noexcept;
+    bool mayPassPiece(std::string_view words);
+    void forgetPieces() noexcept;
+    void checkLastPiece(std::size_t size);
     void checkDepth(std::size_t depth);
     bool watchesItems() const noexcept { return m_theGuard.items != NyXmlGuard::noLimit; }
     void checkClaim(std::string_view size);
@@ -151,6 +156,9 @@ private:
     std::uint64_t m_theBytesOfFiles = 0; ///< that were included
     std::size_t m_theDepth = 0;
     std::vector<std::size_t> m_theItems{ 0 }; ///< so far in each open element: children, and words of runs
+    std::size_t m_theDepthOfRun = 0;          ///< of the element whose items its words are
+    std::size_t m_theBytesOfRun = 0;          ///< that came in pieces
+    std::size_t m_theWordsOfRun = 0;
     std::size_t m_theIncludes = 0;
     bool m_isInTag = false;              ///< where the last read ended
     std::size_t m_theTagsAttributes = 0; ///< so far, if the last read ended in a tag

@@ -179,7 +179,8 @@ void NyXmlStandardReader::Document::takeAttributes(Event const& event)
         m_first = m_parser.attributesOf(event);
         Attribute* last = takeOwnBusiness(m_first, m_first + event.size);
         auto const localName = [](Attribute const& attribute) -> std::string const& { return attribute.name->token.localName(); };
-        if (last - m_first > 1) {
+        auto const isOutOfOrder = [&](auto const& one, auto const& two) { return localName(one) >= localName(two); };
+        if (std::adjacent_find(m_first, last, isOutOfOrder) != last) {
             std::stable_sort(m_first, last, [&](auto const& one, auto const& two) { return localName(one) < localName(two); });
             last = std::unique(m_first, last, [&](auto const& one, auto const& two) { return localName(one) == localName(two); });
         }
@@ -361,7 +362,7 @@ bool NyXmlStandardReader::Document::hasContent() const noexcept
 // can be, or not whole in the queue, comes by its events.
 
 /// How many events stand before the start of an element of this name, if that comes next and nothing is lost in front of it; npos if not.
-std::size_t NyXmlStandardReader::Document::findStart(NyToken const& name) const
+inline std::size_t NyXmlStandardReader::Document::findStart(NyToken const& name) const
 {
     constexpr std::size_t npos = static_cast<std::size_t>(-1);
     bool const isBetween = m_mode == NyXmlFileReader::XML_READER_START_TAG || m_mode == NyXmlFileReader::XML_READER_END_TAG ||
@@ -388,7 +389,7 @@ bool NyXmlStandardReader::Document::findLeaf(NyToken const& name, std::string_vi
     if (begin == nullptr || end == nullptr || begin->size != 0 || begin->isEmpty || content->kind != Event::Kind::TEXT ||
         end->kind != Event::Kind::END)
         return false;
-    text = NyXmlMarkup::trimmed(m_parser.textOf(*content));
+    m_leafText = text = NyXmlMarkup::trimmed(m_parser.textOf(*content));
     m_leafStart = start;
     return !text.empty();
 }
@@ -416,18 +417,14 @@ void NyXmlStandardReader::Document::beginLeaf()
     if (m_mode == NyXmlFileReader::XML_READER_EMPTY_TAG)
         close();
     leaveStartTag();
-    for (std::size_t i = 0; i != m_leafStart; ++i)
-        m_parser.pop();
 }
 
 void NyXmlStandardReader::Document::passTextLeaf()
 {
     beginLeaf();
-    m_parser.pop();
-    m_content.assign(NyXmlMarkup::trimmed(m_parser.textOf(m_parser.peek())));
-    m_parser.pop();
-    m_line = m_parser.peek().line;
-    m_parser.pop();
+    m_line = m_parser.ahead(m_leafStart + 2)->line;
+    m_content.assign(m_leafText);
+    m_parser.passLeaf(m_leafStart + 3);
     dropAttributes();
     m_mode = NyXmlFileReader::XML_READER_CONTENT;
     m_isBehindLeafTag = false;
@@ -436,6 +433,8 @@ void NyXmlStandardReader::Document::passTextLeaf()
 void NyXmlStandardReader::Document::passTagLeaf()
 {
     beginLeaf();
+    if (m_leafStart != 0)
+        m_parser.pop();
     open(m_parser.peek());
     for (std::size_t i = 0; i != m_attributeCount; ++i)
         m_first[i].isTaken = true;

@@ -165,7 +165,8 @@ private:
     std::string m_children;
 
     // Leaves
-    std::size_t m_leafStart = 0;    ///< of the one that was found: how many events stand before it in the queue
+    std::size_t m_leafStart = 0; ///< of the one that was found: how many events stand before it in the queue
+    std::string_view m_leafText;
     bool m_isBehindLeafTag = false; ///< the last event is an empty tag that was taken as a leaf
 
     // Fast paths

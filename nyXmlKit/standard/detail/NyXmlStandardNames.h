@@ -6,6 +6,7 @@
 #include <nyXml/core/NyToken.h>
 
 #include <cstddef>
+#include <cstring>
 #include <deque>
 #include <string>
 #include <string_view>
@@ -55,7 +56,7 @@ public:
     NyXmlStandardName const* find(char const* written)
     {
         NyXmlStandardName const* const guess = m_last != nullptr ? m_last->next : nullptr;
-        if (guess != nullptr && isSame(guess->written.c_str(), written))
+        if (guess != nullptr && std::strcmp(guess->written.c_str(), written) == 0)
             return m_last = guess;
         NyXmlStandardName const* const found = search(written);
         if (m_last != nullptr)
@@ -64,14 +65,6 @@ public:
     }
 
 private:
-    static bool isSame(char const* one, char const* other) noexcept
-    {
-        for (; *one == *other; ++one, ++other)
-            if (*one == '\0')
-                return true;
-        return false;
-    }
-
     NyXmlStandardName const* search(char const* written)
     {
         std::string_view const name(written);

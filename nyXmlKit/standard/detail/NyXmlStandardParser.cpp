@@ -159,7 +159,7 @@ void NyXmlStandardParser::add(Event::Kind kind, std::string_view text)
 }
 
 // Hot: once for each piece of text, and most pieces are a line end or an indentation.
-void NyXmlStandardParser::addText(std::string_view text)
+inline void NyXmlStandardParser::addText(std::string_view text)
 {
     std::size_t const end = m_textSize + text.size();
     if (end > m_texts.size())
@@ -207,15 +207,13 @@ bool NyXmlStandardParser::isEmptyTag()
 
 void NyXmlStandardParser::text(std::string_view text)
 {
-    if (text.size() == 1 && NyXmlMarkup::isWhite(text[0]) && isReference()) {
-        add(Event::Kind::REFERENCE, text);
-    } else if (!m_events.empty() && m_events.back().kind == Event::Kind::TEXT) {
+    if (text.size() == 1 && NyXmlMarkup::isWhite(text[0]) && isReference())
+        return add(Event::Kind::REFERENCE, text);
+    if (!m_events.empty() && m_events.back().kind == Event::Kind::TEXT)
         m_events.back().size += text.size();
-        addText(text);
-    } else {
+    else
         m_events.push_back({ Event::Kind::TEXT, false, 0, 0, nullptr, m_textSize, text.size() });
-        addText(text);
-    }
+    addText(text);
     if (m_textSize > mostText)
         limitQueue();
 }

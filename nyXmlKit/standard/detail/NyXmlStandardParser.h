@@ -79,6 +79,13 @@ public:
         ++m_passed;
     }
 
+    /// The same for so many events in one step, which open and close alike.
+    void passLeaf(std::size_t events) noexcept
+    {
+        m_next += events;
+        m_passed += events;
+    }
+
     /// How many elements are open where the events have been passed to, and how many events those were.
     std::size_t depth() const noexcept { return m_depth; }
     std::uint64_t passed() const noexcept { return m_passed; }
