@@ -38,6 +38,8 @@ std::string nodes(int depth)
 TEST(Guard, LimitsHoldExactly)
 {
     std::string const names = "<v size='3'><element>abc</element><element a='12345' b='1' c='2'/><element>d</element></v>";
+    std::string const children = "<v><element>1</element><element>2</element><element>3</element></v>";
+    std::string const runs = "<v><group>1</group><group> 2 3\n</group></v>";
     struct Row {
         char const* name;
         std::size_t Guard::*limit;
@@ -51,6 +53,8 @@ TEST(Guard, LimitsHoldExactly)
         { "text", &Guard::text, 3, names, "text 1 v" },
         { "attributes", &Guard::attributes, 3, names, "attributes 1 v/element" },
         { "items", &Guard::items, 3, names, "items 1 v" },
+        { "items that are there", &Guard::items, 3, children, "items 1 v" },
+        { "items in runs", &Guard::items, 5, runs, "items 1 v/group" },
         { "faults", &Guard::faults, 1, names, "faults 1 v" },
     };
     for (Row const& row : rows) {
