@@ -48,6 +48,7 @@ say "processor time, median: milliseconds of nyXml, then how many times as fast 
 awk -F '\t' '
 FILENAME == ARGV[1] { instructions[$1] = $2; growth[$1] = $3; next }
 !($1 in seen)       { seen[$1]; workloads[++workloadCount] = $1 }
+$2 == "nyXmlKit"    { time[$1, $2] = $3; hasKit = 1; next }
 $2 != "nyXml" && !($2 in known) { known[$2]; peers[++peerCount] = $2 }
 { time[$1, $2] = $3 }
 END {
@@ -66,7 +67,21 @@ END {
                 printf " %*s |", length(peers[p]), "-"
         printf " %20s | %8s |\n", instructions[workload] == "" ? "-" : instructions[workload], growth[workload]
     }
+    if (!hasKit) exit
+    printf "\nthe companion library on XML 1.0: milliseconds, and how many times as long as Expat filling plain structs\n"
+    for (w = 1; w <= workloadCount; ++w) {
+        workload = workloads[w]
+        if (!((workload, "nyXmlKit") in time)) continue
+        printf "| %-12s | %8.1f |", workload, time[workload, "nyXmlKit"]
+        if (time[workload, "Expat"] > 0) printf " %5.2f |", time[workload, "nyXmlKit"] / time[workload, "Expat"]
+        printf "\n"
+    }
 }' "$work/costs" "$work/times"
+
+if [ -x "$programs/nyXmlFile" ]; then
+    say "the companion library's one call, as a multiple of the core's reader"
+    "$programs/nyXmlFile"
+fi
 
 say "the documents that two threads read in the time of one"
 "$programs/nyXmlThreads"

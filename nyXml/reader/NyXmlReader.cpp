@@ -169,7 +169,7 @@ NyXmlFileReader::XML_READER_MODE NyXmlReader::readXml()
     NyXmlFileReader::XML_READER_MODE const mode = m_theTop->NyXmlFileReader::readXml();
     bool const isEveryday =
         mode != NyXmlFileReader::XML_READER_EOF && !isInclude(m_theTop->NyXmlFileReader::element()) && !m_theCheckVersionFlag;
-    return isEveryday && typeid(*this) == typeid(NyXmlReader) ? mode : examineEvent();
+    return isEveryday && hasWholeRuns() ? mode : examineEvent();
 }
 
 NyXmlFileReader::XML_READER_MODE NyXmlReader::examineEvent()

@@ -230,11 +230,12 @@ protected:
     ///     /// All of content(), which is empty from then on.
     ///     std::string_view takeContent();
     /// \endcode
-    /// A fourth one, which it need not have, reads a run block by block:
+    /// A fourth one reads a run block by block:
     /// \code
     ///     /// readXml() at the start tag of a run; words may be taken before, all but the last ones.
-    ///     NyXmlFileReader::XML_READER_MODE readInPieces(NyXmlWordSink& words) { return readInPiecesIf(words, *this); }
+    ///     NyXmlFileReader::XML_READER_MODE readInPieces(NyXmlWordSink& words);
     /// \endcode
+    /// All four stand here as the library's own reader has them.
     /// \tparam Reader  the subclass; to be called by its constructor
     /// \tparam Base    what Reader is derived from. If that is a class of somebody else's that has offered nothing, nothing is offered
     template <class Reader, class Base = NyXmlReader>
@@ -266,7 +267,16 @@ protected:
         return isTaken;
     }
 
-    NyXmlFileReader::XML_READER_MODE readInPieces(NyXmlWordSink&) { return readXml(); }
+    // As they are for a subclass of this very class.
+    bool takeLeaf(NyToken const& name, std::string_view& text)
+    {
+        return takeLeafIf(name, text, [](std::string_view) { return true; });
+    }
+    bool takeLeaf(NyToken const& name, NyToken const* const* attributes, std::string_view* values, std::size_t count)
+    {
+        return takeLeafIf(name, attributes, values, count, [] { return true; });
+    }
+    NyXmlFileReader::XML_READER_MODE readInPieces(NyXmlWordSink& words) { return readBlocks(words); }
 
     /// Who is asked about the pieces of a run.
     class RunWatch {

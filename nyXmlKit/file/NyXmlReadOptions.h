@@ -28,7 +28,17 @@ struct NYXML_EXPORT NyXmlReadOptions {
         ALL,
     };
 
+    enum class Version {
+        OF_WHO_KNOWS_IT, ///< the object's if it has an attribute of that name, else the library's
+        OF_LIBRARY,      ///< compared with the library's version and taken away, as NyXmlReader does
+        OF_OBJECT,       ///< an attribute like any other
+    };
+
     NyXmlDialect dialect = NyXmlDialect::CORE;
+
+    /// Whose the attribute `version` of the root is. Formats of others, such as GPX or OSM, have one of their own. In included documents
+    /// it is the library's.
+    Version version = Version::OF_WHO_KNOWS_IT;
 
     /// The root's name; the object's token() if it is empty. Its namespace plays no part, as everywhere in reading.
     NyToken root;

@@ -8,7 +8,6 @@
 #include <fstream>
 #include <istream>
 #include <system_error>
-#include <typeinfo>
 #include <utility>
 
 namespace {
@@ -51,7 +50,7 @@ Mode NyXmlStandardReader::readXml()
 {
     Mode const mode = m_theTop->readXml();
     bool const isEveryday = !m_isVersionDue && mode != NyXmlFileReader::XML_READER_EOF && !m_theTop->isAtInclude();
-    return isEveryday && typeid(*this) == typeid(NyXmlStandardReader) ? mode : examineEvent();
+    return isEveryday && hasWholeRuns() ? mode : examineEvent();
 }
 
 Mode NyXmlStandardReader::examineEvent()

@@ -166,6 +166,8 @@ protected:
     {
         return takeLeafIf(name, attributes, values, count, [] { return true; });
     }
+    Mode readInPieces(NyXmlWordSink&) { return readXml(); }
+    Mode readInPiecesIf(NyXmlWordSink&, RunWatch&) { return readXml(); }
     std::string_view takeContent();
 
     /// What takeContent() would give.

@@ -25,6 +25,48 @@ TEST(FileRead, AWholeDocument)
     EXPECT_EQ(joint.mode.value(), 1);
 }
 
+/// Of a format that has a version of its own.
+class Track : public FileClass<Track> {
+public:
+    static constexpr char const* name = "gpx";
+    void registerComponents() override { registerAttributeComponent("version", &version); }
+    bool operator==(Track const& other) const { return version == other.version; }
+
+    NyXmlBasicType<std::string> version;
+};
+
+// Each reader leaves the root's version to who knows it, and what an included document says to the library.
+TEST(FileRead, TheRootsVersion)
+{
+    using Version = NyXmlReadOptions::Version;
+    std::string const foreign = "<gpx version='1.1'/>";
+    for (NyXmlDialect const dialect : { NyXmlDialect::CORE, NyXmlDialect::STANDARD })
+        for (int way = 0; way != 3; ++way) {
+            SCOPED_TRACE(way);
+            NyXmlReadOptions options;
+            options.dialect = dialect;
+            if (way == 1)
+                options.guard = NyXmlGuard::forStrangers();
+            if (way == 2)
+                options.strictness = NyXmlReadOptions::Strictness::ALL;
+            auto const read = [&](std::string const& document, auto object, Version version) {
+                options.version = version;
+                NyXmlReadResult const result = readText(document, object, options);
+                std::string text = result.has(NyXmlFault::Kind::VERSION) ? "version" : "";
+                text += result.has(NyXmlFault::Kind::UNKNOWN_MEMBER) ? "unknown" : "";
+                if constexpr (std::is_same_v<decltype(object), Track>)
+                    text += object.version.value();
+                return text;
+            };
+            EXPECT_EQ(read(foreign, Track(), Version::OF_WHO_KNOWS_IT), "1.1");
+            EXPECT_EQ(read(foreign, Track(), Version::OF_OBJECT), "1.1");
+            EXPECT_EQ(read(foreign, Track(), Version::OF_LIBRARY), "version");
+            std::string const joint = "<joint version='9.0' id='1' mode='fast'><angle>1</angle><name>a</name></joint>";
+            EXPECT_EQ(read(joint, FileJoint(), Version::OF_WHO_KNOWS_IT), "version");
+            EXPECT_EQ(read(joint, FileJoint(), Version::OF_OBJECT), "unknown");
+        }
+}
+
 // What makes a document less than whole, or is wrong with a whole one, and where it is. One fault each.
 TEST(FileRead, FaultsHaveTheirPlace)
 {

@@ -288,6 +288,19 @@ TEST(FileStrict, FaultsSayWhatIsWrongAndWhere)
     EXPECT_EQ(joint.angle, 1.0) << "what can be read is read all the same";
 }
 
+TEST(FileStrict, WhatStandsTwiceIsTold)
+{
+    NyXmlSetType<Basic<unsigned int>> set;
+    EXPECT_EQ(readText("<s size='5'><group>1 2 +01</group>\n<element>3</element><element>2</element></s>", set, strictly()).str(),
+              "doc.xml:1: s/group: item \"+01\" is there already\ndoc.xml:2: s/element: item \"2\" is there already\n");
+    NyXmlListType<Basic<unsigned int>> list;
+    EXPECT_EQ(readText("<s size='2'><group>1 1</group></s>", list, strictly()).str(), "");
+    NyXmlMapType<Basic<std::string>, Basic<int>> map;
+    std::string const entry = "<element><key> a </key><value>1</value></element>\n";
+    EXPECT_EQ(readText("<m>" + entry + entry + "</m>", map, strictly()).str(),
+              "doc.xml:2: m/element/key: key \"a\" is there already\n");
+}
+
 // A class of an application that takes other texts than its base knows what is right.
 class Yes : public Basic<bool> {
 public:

@@ -53,8 +53,8 @@ TEST(Guard, LimitsHoldExactly)
         { "text", &Guard::text, 3, names, "text 1 v" },
         { "attributes", &Guard::attributes, 3, names, "attributes 1 v/element" },
         { "items", &Guard::items, 3, names, "items 1 v" },
-        { "items that are there", &Guard::items, 3, children, "items 1 v" },
-        { "items in runs", &Guard::items, 5, runs, "items 1 v/group" },
+        { "items that are there", &Guard::items, 3, children, "items 1 v/element" },
+        { "items in runs", &Guard::items, 5, runs, "items 2 v" },
         { "faults", &Guard::faults, 1, names, "faults 1 v" },
     };
     for (Row const& row : rows) {

@@ -1,16 +1,22 @@
 #include <nyXmlKit/file/detail/NyXmlReading.h>
 
+#include <nyXml/compound/NyXmlCompoundType.h>
+#include <nyXml/core/NyXml.h>
 #include <nyXml/core/NyXmlObject.h>
 #include <nyXml/platform/NyApplication.h>
+#include <nyXml/platform/NyPrint.h>
 #include <nyXml/reader/NyXmlReader.h>
 #include <nyXml/traversal/NyXmlSignals.h>
 #include <nyXmlKit/file/detail/NyXmlGuardedStandardReader.h>
+#include <nyXmlKit/file/detail/NyXmlObjectsVersion.h>
 #include <nyXmlKit/file/detail/NyXmlStrictChecker.h>
 #include <nyXmlKit/file/detail/NyXmlStrictReader.h>
 #include <nyXmlKit/guard/NyXmlFileInput.h>
 #include <nyXmlKit/guard/NyXmlGuarded.h>
 
 #include <algorithm>
+#include <memory>
+#include <typeinfo>
 #include <utility>
 
 namespace {
@@ -52,6 +58,35 @@ bool breaks(NyXmlFault const& fault)
     return false;
 }
 
+bool hasVersion(NyXmlObject const& object)
+{
+    Ny::Print::ThreadScope const silence([](int, std::string const&, std::string const&) {});
+    std::unique_ptr<NyXmlObject> copy(object.clone());
+    if (!copy)
+        copy.reset(object.newObject());
+    auto* const compound = dynamic_cast<NyXmlCompoundType*>(copy.get());
+    if (compound == nullptr)
+        return false;
+    if (!compound->xmlInitialized())
+        compound->xmlInit();
+    return compound->hasAttributes() && compound->attributeComponentMap().count(NyXml::NyVersionToken) != 0;
+}
+
+/// Whether the root's attribute `version` is the object's. A copy is asked, since the object itself would lose its place in the
+/// library's memory of shapes; and of small documents in a row the first alone, since that takes as long as to read one.
+bool isVersionOf(NyXmlObject const& object, NyXmlReadOptions::Version version)
+{
+    thread_local std::type_info const* lastType = nullptr;
+    thread_local bool lastAnswer = false;
+    if (version != NyXmlReadOptions::Version::OF_WHO_KNOWS_IT)
+        return version == NyXmlReadOptions::Version::OF_OBJECT;
+    if (lastType == nullptr || *lastType != typeid(object)) {
+        lastAnswer = hasVersion(object);
+        lastType = &typeid(object);
+    }
+    return lastAnswer;
+}
+
 /// A signal without a slot costs a small file a tenth of its time, so it is looked at first.
 void sendSignals(double progress)
 {
@@ -88,9 +123,9 @@ NyXmlReading::NyXmlReading(std::string const& path, NyXmlFileInput& file, NyXmlR
 NyXmlReadResult NyXmlReading::read(NyXmlObject& object)
 {
     if (m_theOptions.dialect == NyXmlDialect::STANDARD)
-        readStandard(object);
+        readBy<NyXmlStandardReader, NyXmlGuardedStandardReader>(object);
     else
-        readCore(object);
+        readBy<NyXmlReader, NyXmlGuardedReader>(object);
     m_theFaults.flush(); // the reader may have complained when it went
     if (m_theException)
         std::rethrow_exception(m_theException);
@@ -103,20 +138,21 @@ NyXmlReadResult NyXmlReading::read(NyXmlObject& object)
     return std::move(m_theResult);
 }
 
-void NyXmlReading::readCore(NyXmlObject& object)
+/// \tparam Plain, Guarded  the readers of a dialect
+template <class Plain, class Guarded>
+void NyXmlReading::readBy(NyXmlObject& object)
 {
-    if (m_isStrict || m_theOptions.guard)
-        return readGuarded<NyXmlGuardedReader>(object);
-    NyXmlReader reader(m_theName, m_theInput.stream()); // exactly this class, which is the fastest
-    m_theInput.setListener([this](std::size_t bytes) { return advance(bytes, 0); });
-    readWith(reader, object);
+    bool const isGuarded = m_isStrict || m_theOptions.guard;
+    if (isVersionOf(object, m_theOptions.version))
+        isGuarded ? readGuarded<NyXmlObjectsVersion<Guarded>>(object) : readPlain<NyXmlObjectsVersion<Plain>>(object);
+    else
+        isGuarded ? readGuarded<Guarded>(object) : readPlain<Plain>(object); // exactly the library's class is the fastest
 }
 
-void NyXmlReading::readStandard(NyXmlObject& object)
+template <class Plain>
+void NyXmlReading::readPlain(NyXmlObject& object)
 {
-    if (m_isStrict || m_theOptions.guard)
-        return readGuarded<NyXmlGuardedStandardReader>(object);
-    NyXmlStandardReader reader(m_theName, m_theInput.stream());
+    Plain reader(m_theName, m_theInput.stream());
     m_theInput.setListener([this](std::size_t bytes) { return advance(bytes, 0); });
     readWith(reader, object);
 }

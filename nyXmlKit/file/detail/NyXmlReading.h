@@ -35,10 +35,12 @@ public:
 private:
     using Mode = NyXmlFileReader::XML_READER_MODE;
 
-    void readCore(NyXmlObject& object);
-    void readStandard(NyXmlObject& object);
+    template <class Plain, class Guarded>
+    void readBy(NyXmlObject& object);
     template <class Guarded>
     void readGuarded(NyXmlObject& object);
+    template <class Plain>
+    void readPlain(NyXmlObject& object);
     template <class Reader>
     void readWith(Reader& reader, NyXmlObject& object);
     void readDocument(NyXmlReader& reader, NyXmlObject& object);

@@ -14,6 +14,7 @@
 #include <nyXml/values/NyXmlVector.h>
 #include <nyXml/values/NyXmlVectorType.h>
 #include <nyXml/values/NyXmlVectorVector.h>
+#include <nyXml/writer/NyXmlWriter.h>
 #include <nyXmlKit/model/NyXmlClass.h>
 #include <nyXmlKit/model/NyXmlMemberKind.h>
 #include <nyXmlKit/model/detail/NyXmlRegistrar.h>
@@ -138,13 +139,25 @@ private:
     std::vector<std::pair<NyToken, NyXmlObject*>> m_found;
 };
 
-/// Gives a container one default item.
+/// Gives a container what stands in a document.
 void readOne(NyXmlObject& container, char const* document)
 {
     std::istringstream stream(document);
     NyXmlReader reader("", stream);
     reader.readXml();
     container.read(reader);
+}
+
+/// Whether equal items are one: whether a container that is given two of them writes one.
+bool isSet(NyXmlObject& container)
+{
+    readOne(container, "<v size=\"2\"><element/><element/></v>");
+    std::ostringstream stream;
+    NyXmlWriter writer("", stream);
+    writer.writeStartTag(NyXml::NyElementToken);
+    container.write(writer);
+    writer.writeEndTag();
+    return stream.str().find(" size=\"1\"") != std::string::npos;
 }
 
 bool isBefore(Member const& one, Member const& other) { return one.name < other.name; }
@@ -387,6 +400,7 @@ NyXmlShape& NyXmlShapes::buildDescribed(NyXmlObject& object)
     }
 
     NyXmlShape& sequence = make(Kind::SEQUENCE);
+    sequence.isOfDifferent = key != nullptr && isSet(object);
     readOne(object, "<v size=\"1\"><element/></v>");
     Record const& item = key != nullptr ? *key : *element; // sets and lists describe a key where their items stand
     if (NyXmlObject* const itemObject = Children(object).find(NyXml::NyElementToken)) {

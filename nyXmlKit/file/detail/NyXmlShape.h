@@ -52,6 +52,7 @@ struct NyXmlShape {
 
     Kind kind = Kind::ANYTHING;
     NyXmlTextRule text;
+    bool isOfDifferent = false;               ///< SEQUENCE: a set, which has each item once
     std::vector<NyXmlShapeMember> attributes; ///< by name
     std::vector<NyXmlShapeMember> children;   ///< by name
     NyXmlShape* item = nullptr;               ///< of sequences, runs and maps (the entry)

@@ -191,7 +191,7 @@ NyXmlShape* NyXmlStrictChecker::leafIn(Frame& parent, std::string const& name, u
     if (parent.shape == nullptr)
         return nullptr;
     if (parent.shape->kind == Kind::SEQUENCE)
-        return name == elementName() ? parent.shape->item : nullptr;
+        return name == elementName() && !parent.shape->isOfDifferent ? parent.shape->item : nullptr;
     if (parent.shape->kind != Kind::MEMBERS)
         return nullptr;
     std::vector<Member> const& members = parent.shape->children;
@@ -344,7 +344,13 @@ void NyXmlStrictChecker::text(std::string_view text)
     frame.hasText = true;
     m_isInPieces = false;
     switch (frame.shape->kind) {
-    case Kind::TEXT: checkText(*frame.shape, text); break;
+    case Kind::TEXT:
+        checkText(*frame.shape, text);
+        if (frame.isKey && m_theDepth > 2)
+            checkDifferent(m_theFrames[m_theDepth - 3], "key ", *frame.shape, text);
+        else if (m_theDepth > 1 && m_theFrames[m_theDepth - 2].shape->isOfDifferent)
+            checkDifferent(m_theFrames[m_theDepth - 2], "item ", *frame.shape, text);
+        break;
     case Kind::RUN: checkWords(text); break;
     case Kind::MEMBERS:
     case Kind::CHOICE:
@@ -372,7 +378,17 @@ void NyXmlStrictChecker::checkWords(std::string_view words)
         ++sequence.items;
         if (item.kind != Kind::TEXT || !item.text.matches(word))
             checkText(item, word);
+        if (sequence.shape->isOfDifferent)
+            checkDifferent(sequence, "item ", item, word);
     }
+}
+
+void NyXmlStrictChecker::checkDifferent(Frame& holder, char const* what, NyXmlShape const& shape, std::string_view text)
+{
+    if (holder.given == nullptr)
+        holder.given = std::make_unique<std::unordered_set<std::string>>();
+    if (!holder.given->insert(shape.text.valueOf(text)).second)
+        add(Fault::REPEATED_MEMBER, what + quoted(text) + " is there already");
 }
 
 void NyXmlStrictChecker::piece(std::string_view words)

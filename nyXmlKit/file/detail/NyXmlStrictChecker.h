@@ -9,9 +9,11 @@
 #include <nyXmlKit/file/detail/NyXmlShape.h>
 
 #include <cstddef>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -73,7 +75,8 @@ private:
         std::size_t nextAttribute = 0;
         std::size_t nextChild = 0;
         std::size_t items = 0;
-        std::size_t parts = 0; ///< attributes and children
+        std::unique_ptr<std::unordered_set<std::string>> given; ///< items of a set, keys of a map
+        std::size_t parts = 0;                                  ///< attributes and children
         std::optional<long long> claim;
         bool isClaimBad = false;
         bool hasText = false;
@@ -89,6 +92,7 @@ private:
     NyXmlShape* leafIn(Frame& parent, std::string const& name, unsigned int*& seen);
     void choose();
     void checkWords(std::string_view words);
+    void checkDifferent(Frame& holder, char const* what, NyXmlShape const& shape, std::string_view text);
     void takeClaim(Frame& frame, std::string const& value);
     void checkText(NyXmlShape const& shape, std::string_view text, std::string_view attribute = {});
     void checkMembers(Frame const& frame);

@@ -13,6 +13,7 @@
 #include <climits>
 #include <cmath>
 #include <cstddef>
+#include <functional>
 #include <locale.h>
 #include <sstream>
 #include <system_error>
@@ -241,6 +242,29 @@ bool NyXmlTextRule::isWrittenBack(std::string_view text) const
     TextListener listener(nowhere);
     m_theValue->write(listener);
     return listener.text() == text;
+}
+
+std::string NyXmlTextRule::valueOf(std::string_view text) const
+{
+    double real = 0;
+    std::string_view number = stripped(text);
+    switch (m_theKind) {
+    case Kind::ANY:
+    case Kind::WORDS: break;
+    case Kind::CHARACTER: return std::string(number);
+    case Kind::REAL:
+    case Kind::REAL_FROM_0:
+        if (!isReal(number, m_isFloat, real))
+            break;
+        real = m_isFloat ? static_cast<double>(static_cast<float>(real)) : real;
+        return std::to_string(std::hash<double>()(real)) + (std::signbit(real) ? "-" : "") + std::to_string(real);
+    case Kind::WHOLE: {
+        bool const isNegative = !number.empty() && number.front() == '-';
+        std::size_t const digits = number.find_first_not_of("+-0");
+        return digits == std::string_view::npos ? "0" : (isNegative ? "-" : "") + std::string(number.substr(digits));
+    }
+    }
+    return std::string(text);
 }
 
 std::string NyXmlTextRule::wanted() const

@@ -29,6 +29,9 @@ public:
     /// Whether it fits without a question to the value.
     bool matches(std::string_view text) const;
 
+    /// The same for all texts that give the same value: "1" for " +01". Of a text that fits.
+    std::string valueOf(std::string_view text) const;
+
     /// What does not fit, in words: "a whole number from 0 to 255".
     std::string wanted() const;
 
