@@ -38,6 +38,7 @@ TEST(ObjectProtocol, FirstUseInitialisesReadingAndCopyingSpecify)
     EXPECT_EQ(flags(object), "0");
     EXPECT_TRUE(object.write(writer));
     EXPECT_EQ(flags(object), "initialised 1");
+    EXPECT_TRUE(object.NyXmlObject::xmlInit());
     EXPECT_TRUE(object.readAttribute(reader));
     EXPECT_EQ(flags(object), "initialised specified 1");
     object.setXmlInitialized(false);
