@@ -56,7 +56,8 @@ struct NYXML_EXPORT NyXmlGuard {
     std::size_t includeDepth = noLimit; ///< of documents in each other
     std::size_t faults = noLimit;       ///< that NyXmlFile collects; NyXmlGuarded alone does not count them
 
-    /// From the reader's making on; 0 is no limit. Looked at whenever bytes are asked for, so that waiting in one read counts afterwards.
+    /// From the reader's making on; 0 is no limit. Looked at whenever bytes are asked for, of a server after each KiB. Waiting in one read
+    /// counts afterwards.
     std::chrono::milliseconds time{ 0 };
 
     Links links = Links::ANYWHERE;

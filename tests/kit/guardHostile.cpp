@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <cstdlib>
 #include <functional>
 #include <iostream>
@@ -111,10 +112,11 @@ Outcome inAProcess(std::function<NyXmlReadResult(NyXmlReadOptions const&)> const
     return outcome;
 }
 
-/// Sends one document without end to whoever asks.
+/// Sends one document without end to whoever asks, and waits between its pieces.
 class EndlessServer {
 public:
-    EndlessServer() : m_listener(socket(AF_INET, SOCK_STREAM, 0))
+    explicit EndlessServer(std::string const& piece = std::string(65536, ' ') + "<a/>", std::chrono::milliseconds pause = {})
+        : m_listener(socket(AF_INET, SOCK_STREAM, 0))
     {
         setenv("no_proxy", "127.0.0.1", 1);
         sockaddr_in address{};
@@ -126,11 +128,11 @@ public:
         EXPECT_EQ(listen(m_listener, 8), 0);
         EXPECT_EQ(getsockname(m_listener, generic, &size), 0);
         m_address = "http://127.0.0.1:" + std::to_string(ntohs(address.sin_port)) + "/a.xml";
-        m_thread = std::thread([this] {
+        m_thread = std::thread([this, piece, pause] {
             for (int connection; (connection = accept(m_listener, nullptr, nullptr)) >= 0; close(connection)) {
                 std::string bytes = "HTTP/1.1 200 OK\r\nContent-Type: text/xml\r\nConnection: close\r\n\r\n<element>";
                 while (send(connection, bytes.data(), bytes.size(), MSG_NOSIGNAL) > 0)
-                    bytes = std::string(65536, ' ') + "<a/>";
+                    std::this_thread::sleep_for(pause), bytes = piece;
             }
         });
     }
@@ -285,6 +287,26 @@ TEST(GuardHostile, EachEndsSoonInLittleMemoryWithItsMessage)
             if (std::getenv("NYXML_TEST_TELL") != nullptr)
                 std::cout << row.name << way.name << ": " << outcome.seconds << " s, " << outcome.kilobytes << " kB\n";
         }
+}
+
+// One that sends too little counts as dead, and one that sends enough for that runs into the limit of time.
+TEST(GuardHostile, AServerThatTricklesIsLeft)
+{
+    using namespace std::chrono_literals;
+    for (bool const isAlive : { false, true }) {
+        EndlessServer const server(std::string(isAlive ? 99 : 1, ' '), 20ms);
+        NyXmlReadOptions options;
+        options.guard = NyXmlGuard::forStrangers();
+        options.guard->links = NyXmlGuard::Links::ANYWHERE;
+        options.guard->http = { 3s, 3s, 400ms, 256 };
+        options.guard->time = isAlive ? 1s : 10s;
+        FileNode node;
+        auto const start = std::chrono::steady_clock::now();
+        auto const result = readText("<node><NyInclude type='simple' href='" + server.address() + "'/></node>", node, options);
+        EXPECT_LT(std::chrono::steady_clock::now() - start, 3s);
+        EXPECT_FALSE(result.isWhole);
+        EXPECT_EQ(result.str().find("broken: time") != std::string::npos, isAlive) << result.str();
+    }
 }
 
 } // namespace

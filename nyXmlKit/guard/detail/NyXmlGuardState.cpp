@@ -18,6 +18,8 @@ namespace {
 
 constexpr std::size_t noLimit = NyXmlGuard::noLimit;
 
+constexpr std::size_t pieceOfServer = 1024; // a slow one keeps us waiting for a whole block
+
 // A reader asks for blocks, and an event may end at the beginning of one and the next begin at its end.
 constexpr std::size_t blocks = std::size_t(64) << 10;
 
@@ -65,10 +67,10 @@ std::size_t wordsIn(std::string_view text) noexcept
 /// A document that another one includes: the stream itself, and the reader's stream with an eye on it.
 class NyXmlGuardState::Include final : public std::istream {
 public:
-    Include(NyXmlGuardState& state, std::unique_ptr<std::istream> source)
+    Include(NyXmlGuardState& state, std::unique_ptr<std::istream> source, bool isRemote)
         : std::istream(nullptr),
           m_theSource(std::move(source)),
-          m_theWatch(state, *m_theSource)
+          m_theWatch(state, *m_theSource, isRemote ? pieceOfServer : noLimit)
     {
         rdbuf(&m_theWatch);
     }
@@ -125,7 +127,20 @@ std::streamsize NyXmlGuardState::Watch::xsgetn(char* to, std::streamsize count)
         gbump(static_cast<int>(held));
     }
     std::size_t const wanted = static_cast<std::size_t>(count - held);
-    return held + static_cast<std::streamsize>(wanted != 0 ? m_theState.take(m_theSource, to + held, wanted) : 0);
+    return held + static_cast<std::streamsize>(takePieces(to + held, wanted));
+}
+
+std::size_t NyXmlGuardState::Watch::takePieces(char* to, std::size_t count)
+{
+    std::size_t taken = 0;
+    while (taken != count) {
+        std::size_t const wanted = std::min(count - taken, m_thePiece);
+        std::size_t const got = m_theState.take(m_theSource, to + taken, wanted);
+        taken += got;
+        if (got < wanted)
+            break;
+    }
+    return taken;
 }
 
 bool NyXmlGuardState::isOverdue() const
@@ -319,7 +334,7 @@ std::unique_ptr<std::istream> NyXmlGuardState::openLink(std::string const& path,
     if (m_hasEnded)
         return nullptr;
     m_theDocuments.push_back(std::move(document));
-    return std::make_unique<Include>(*this, std::move(stream));
+    return std::make_unique<Include>(*this, std::move(stream), isRemote);
 }
 
 void NyXmlGuardState::closeLink()

@@ -100,7 +100,12 @@ public:
 private:
     class Watch final : public std::streambuf {
     public:
-        Watch(NyXmlGuardState& state, std::istream& source) : m_theState(state), m_theSource(source) {}
+        /// \param piece  at most so many bytes are read without a look at the clock
+        Watch(NyXmlGuardState& state, std::istream& source, std::size_t piece = NyXmlGuard::noLimit)
+            : m_theState(state),
+              m_theSource(source),
+              m_thePiece(piece)
+        {}
 
     protected:
         int_type underflow() override;
@@ -108,7 +113,10 @@ private:
 
     private:
         NyXmlGuardState& m_theState;
+        std::size_t takePieces(char* to, std::size_t count);
+
         std::istream& m_theSource;
+        std::size_t const m_thePiece;
         std::array<char, 512> m_theBytes; // for callers who go byte by byte
     };
     class Include;
