@@ -487,11 +487,11 @@ void NyXmlStandardReader::Document::declarePrefixes(Event const& event, std::vec
             std::find(declared.begin(), declared.end(), name.prefix) != declared.end())
             return;
         declared.push_back(name.prefix);
-        std::string const& xmlNamespace = namespaceOf(name, true);
-        if (xmlNamespace.empty())
+        std::string const& itsNamespace = namespaceOf(name, true);
+        if (itsNamespace.empty())
             return; // nobody has
         m_children.append(" xmlns:").append(name.prefix) += "=\"";
-        NyXmlMarkup::appendValue(m_children, xmlNamespace);
+        NyXmlMarkup::appendValue(m_children, itsNamespace);
         m_children += '"';
     };
     declare(*event.name);
