@@ -214,6 +214,28 @@ TEST(Compound, LocalNamesShareOneEntryAndOneMark)
     });
 }
 
+// Objects of one class that differ in nothing but a mark.
+class Marked : public Model<Marked> {
+public:
+    explicit Marked(bool isReadOnly = false) : m_isReadOnly(isReadOnly) {}
+    void registerComponents() override
+    {
+        m_isReadOnly ? registerComponentReadOnly("a", &m_member) : registerComponent("a", &m_member);
+    }
+
+private:
+    bool const m_isReadOnly;
+    NyXmlBasicType<int> m_member;
+};
+
+TEST(Compound, MarksAreTheObjectsOwn)
+{
+    for (bool const isReadOnly : { false, true, false }) {
+        Marked object(isReadOnly);
+        EXPECT_EQ(writtenValue(object, true).find("<a>") == std::string::npos, isReadOnly);
+    }
+}
+
 TEST(Compound, EqualityComparesNamesAndMarksAndNoValues)
 {
     using Row = std::tuple<Script, Script, bool>;
