@@ -265,6 +265,23 @@ TEST(DocumentReader, MajorVersionsOfEachDocumentAreCompared)
     }
 }
 
+TEST(DocumentReader, NextDocumentIsLookedAtAfterAssignmentAndOpen)
+{
+    Messages messages;
+    Open<NyXmlReader> reading("<a/>", 1), fresh("");
+    reading.reader = fresh.reader;
+    reading.stream.clear();
+    reading.stream.str("<a version='9'><b/></a>");
+    reading.reader.readXml();
+    EXPECT_FALSE(reading.reader.versionFlag());
+    auto above = std::make_unique<std::istringstream>("<b version='9'/>");
+    reading.reader.open("b.xml", *above);
+    above.release(); // the reader's, as an include's stream
+    EXPECT_TRUE(reading.reader.versionFlag());
+    reading.reader.readXml();
+    EXPECT_FALSE(reading.reader.versionFlag());
+}
+
 TEST(DocumentReader, OwnsItsFactory)
 {
     NyXmlCreator const creator = [] { return static_cast<NyXmlObject*>(nullptr); };
