@@ -386,7 +386,6 @@ public:
 // However strict the reading, one fault for each; vectors don't know, and what came later is not missed in older documents.
 TEST(FileStrict, RequiredMembersAreMissedOnce)
 {
-    using Strictness = NyXmlReadOptions::Strictness;
     auto const missed = [](std::string const& document, Strictness strictness) {
         NyXmlReadOptions options;
         options.strictness = strictness;
