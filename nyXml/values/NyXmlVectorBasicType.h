@@ -156,7 +156,7 @@ class NyXmlVectorBasicType<B>::Sink final : public NyXmlItemSink, private NyXmlW
 public:
     explicit Sink(std::vector<T>& items) : m_items(items) {}
 
-    void expect(int count) override { m_items.reserve(NyXmlItems::believable(count, sizeof(T))); }
+    void expect(int count) override { NyXmlItems::reserve(m_items, count); }
 
     void readItem(NyXmlReader& reader) override
     {

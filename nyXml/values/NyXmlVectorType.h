@@ -151,7 +151,7 @@ class NyXmlVectorType<E>::Sink final : public NyXmlItemSink {
 public:
     explicit Sink(std::vector<E>& items) : m_items(items) {}
 
-    void expect(int count) override { m_items.reserve(NyXmlItems::believable(count, sizeof(E))); }
+    void expect(int count) override { NyXmlItems::reserve(m_items, count); }
 
     void readItem(NyXmlReader& reader) override
     {

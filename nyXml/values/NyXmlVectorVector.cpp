@@ -68,7 +68,7 @@ bool NyXmlVectorVector::read(NyXmlReader& reader)
 {
     int const count = NyXmlText::toInt(reader.attributeValue());
     m_theVectors.clear();
-    m_theVectors.reserve(NyXmlItems::believable(count, sizeof(NyVector)));
+    NyXmlItems::reserve(m_theVectors, count);
     if (typeid(reader) == typeid(NyXmlReader))
         appendVectors(m_theVectors, count, NumbersInPlace(reader));
     else

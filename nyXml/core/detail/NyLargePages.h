@@ -12,7 +12,7 @@
 
 /// Asks the system to back fresh memory by large pages: touching megabytes page by page costs more than filling them. A wish, that may
 /// be without effect.
-inline void nyWishLargePages(char const* memory, std::size_t size) noexcept
+inline void nyWishLargePages(void const* memory, std::size_t size) noexcept
 {
 #ifdef __linux__
     constexpr std::uintptr_t page = std::uintptr_t{ 2 } << 20;

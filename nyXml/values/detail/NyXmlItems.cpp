@@ -1,6 +1,7 @@
 #include <nyXml/values/detail/NyXmlItems.h>
 
 #include <nyXml/core/NyXml.h>
+#include <nyXml/core/detail/NyLargePages.h>
 #include <nyXml/platform/NyPrint.h>
 #include <nyXml/reader/NyXmlReader.h>
 #include <nyXml/reader/detail/NyXmlLeafRun.h>
@@ -104,6 +105,8 @@ std::size_t NyXmlItems::believable(int count, std::size_t itemSize)
         throw std::length_error("vector<T> too long");
     return std::min<std::size_t>(static_cast<std::size_t>(count), bound / itemSize);
 }
+
+void NyXmlItems::wishLargePages(void const* memory, std::size_t size) noexcept { nyWishLargePages(memory, size); }
 
 bool NyXmlItems::read(NyXmlReader& reader, NyXmlItemFamily const& family, char const* where, NyXmlItemSink& sink)
 {
