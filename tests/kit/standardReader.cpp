@@ -557,3 +557,17 @@ TEST(StandardReader, StopsWhenToldTo)
 }
 
 } // namespace
+
+TEST(StandardReader, ContentThatWasReadByWordsEndsWithTheNextTag)
+{
+    std::istringstream stream("<a><b>  5 6</b><c/></a>");
+    NyXmlStandardReader reader("a.xml", stream);
+    for (int event = 0; event != 3; ++event)
+        reader.readXml();
+    reader.setContentVectorFlag(true);
+    EXPECT_EQ(reader.content(), "5");
+    reader.readXml();
+    EXPECT_EQ(reader.content(), "");
+    EXPECT_FALSE(reader.isContentAvailable());
+    EXPECT_EQ(reader.contentCount(), 1U);
+}

@@ -95,6 +95,7 @@ Mode NyXmlStandardReader::Document::nextEvent()
             if (isTextBeside || (isLeaf && !isBlank(m_content)))
                 noteTextBeside(event.line);
             m_content.clear();
+            m_contentStart = 0;
             open(event);
             m_parser.pop();
             return event.isEmpty ? NyXmlFileReader::XML_READER_EMPTY_TAG : NyXmlFileReader::XML_READER_START_TAG;
