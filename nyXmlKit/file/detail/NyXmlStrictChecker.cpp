@@ -202,6 +202,16 @@ NyXmlShape* NyXmlStrictChecker::leafIn(Frame& parent, std::string const& name, u
     return *seen < member->most ? &m_theShapes.of(*member) : nullptr;
 }
 
+/// \param seen  of the member that the leaf is, null for an item
+void NyXmlStrictChecker::countLeaf(Frame& parent, unsigned int* seen)
+{
+    ++parent.parts;
+    if (seen != nullptr)
+        ++*seen;
+    else
+        ++parent.items;
+}
+
 bool NyXmlStrictChecker::passText(NyToken const& name, std::string_view text)
 {
     if (m_theDepth == 0)
@@ -211,11 +221,7 @@ bool NyXmlStrictChecker::passText(NyToken const& name, std::string_view text)
     NyXmlShape const* const shape = leafIn(parent, name.localName(), seen);
     if (shape == nullptr || shape->kind != Kind::TEXT || !shape->text.matches(text))
         return false;
-    ++parent.parts;
-    if (seen != nullptr)
-        ++*seen;
-    else
-        ++parent.items;
+    countLeaf(parent, seen);
     if (m_theDepth == m_theFrames.size())
         m_theFrames.emplace_back();
     m_theFrames[m_theDepth].name = name.localName(); // for names()
@@ -240,11 +246,7 @@ bool NyXmlStrictChecker::passTag(NyToken const& name, NyToken const* const* attr
         if (member.name != attributes[i]->localName() || text.kind != Kind::TEXT || !text.text.matches(values[i]))
             return false;
     }
-    ++parent.parts;
-    if (seen != nullptr)
-        ++*seen;
-    else
-        ++parent.items;
+    countLeaf(parent, seen);
     m_wasText = false;
     Frame& frame = push(name.localName(), shape);
     frame.parts = count;

@@ -90,6 +90,7 @@ private:
     NyXmlShape* enter(Frame& parent, std::string const& name, bool isIncluded);
     NyXmlShape* enterMember(Frame& parent, std::string const& name);
     NyXmlShape* leafIn(Frame& parent, std::string const& name, unsigned int*& seen);
+    static void countLeaf(Frame& parent, unsigned int* seen);
     void choose();
     void checkWords(std::string_view words);
     void checkDifferent(Frame& holder, char const* what, NyXmlShape const& shape, std::string_view text);
