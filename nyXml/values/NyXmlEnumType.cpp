@@ -21,7 +21,6 @@ void reportNoData(NyXmlReader const& reader, char const* location)
 
 bool takeContent(NyXmlReader& reader, std::string& text, char const* location)
 {
-    text.clear();
     auto mode = reader.mode();
     bool const readOn = mode == NyXmlFileReader::XML_READER_START_TAG;
     if (readOn)
@@ -39,7 +38,6 @@ bool takeContent(NyXmlReader& reader, std::string& text, char const* location)
 
 void takeAttribute(NyXmlReader& reader, std::string& text, char const* location)
 {
-    text.clear();
     if (reader.remainingNumOfAttributes() == 0)
         reportNoData(reader, location);
     else

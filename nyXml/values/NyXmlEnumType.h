@@ -17,7 +17,7 @@
 /// The parts of NyXmlEnumType that don't depend on its type. Not for applications.
 namespace NyXmlEnumText {
 
-/// Takes the text of an element or an attribute. What is no text is reported with print type 4, and the text is empty.
+/// Takes the text of an element or an attribute. What is no text is reported with print type 4, and the text stays empty.
 /// \return false if the element held something else than a text
 NYXML_EXPORT bool takeContent(NyXmlReader& reader, std::string& text, char const* location);
 NYXML_EXPORT void takeAttribute(NyXmlReader& reader, std::string& text, char const* location);

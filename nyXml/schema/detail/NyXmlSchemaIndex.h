@@ -96,9 +96,12 @@ private:
 
     /// Hash values of what convertible records have in common. Equal values of unlike records do no harm: they share a bucket.
     struct Traits {
-        explicit Traits(Record const& record) : frame(hashOfFrame(record)), names(frame), types(frame)
+        explicit Traits(Record const& record)
+            : frame(hashOfFrame(record)),
+              names(frame),
+              types(frame),
+              hasNoElements(record.elementVector().empty())
         {
-            hasNoElements = record.elementVector().empty();
             for (NyXmlSchemaElementType const& element : record.elementVector()) {
                 names = mix(mix(mix(names, element.elementName().localName()), element.elementName().namespaceName()),
                             element.getNamespace());
@@ -121,7 +124,7 @@ private:
         std::size_t frame; ///< of all but the elements
         std::size_t names; ///< of the frame and the elements' names
         std::size_t types; ///< of the frame and the elements' types
-        bool hasNoElements = true;
+        bool hasNoElements;
         bool hasEmptyType = false;
     };
 

@@ -132,11 +132,11 @@ char* putExactly(char* out, double value) noexcept
     while (digits[static_cast<std::size_t>(length - 1)] == '0') // the first digit is none
         --length;
 
-    if (exponent < -4) { // 1.5e-07
+    if (exponent < -4) { // 1.5e-07; none of these has one digit alone
         std::memcpy(out + 1, digits.data(), digitCount);
         out[0] = digits[0];
         out[1] = '.';
-        out += length > 1 ? length + 1 : 1;
+        out += length + 1;
         std::memcpy(out, "e-", 2);
         putPair(out + 2, static_cast<std::uint32_t>(-exponent));
         out += 4;
