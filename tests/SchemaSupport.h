@@ -68,8 +68,8 @@ inline std::string briefOf(ScratchDirectory const& directory)
 class SchemaWalk : public NyXmlSchema {
 public:
     /// "<a" opens an element, "*a" a repeated one, "?a" a choice, in the namespace of the open one if the name has no "#"; "+a" is an
-    /// element with a text; ".s" a text and "@a:s" an attribute of that type, double if none is told; "(" and ")" are a group's brackets;
-    /// "/" closes an element.
+    /// element with a text; ".s" a text and "@a:s" an attribute of that type, double if none is told, and "!a" one without; "(" and ")"
+    /// are a group's brackets; "/" closes an element.
     SchemaWalk& play(std::string const& walk)
     {
         std::istringstream words(walk);
@@ -83,6 +83,7 @@ public:
             case '+': play("<" + name + " . /"); break;
             case '.': setType(typeOf(name)); break;
             case '@': setAttributeName(name), setType(typeOf(word.substr(std::min(colon, word.size() - 1) + 1))); break;
+            case '!': setAttributeName(name); break;
             case '(': openGroup(); break;
             case ')': closeGroup(); break;
             case '/': writeEndTag(); break;

@@ -161,11 +161,11 @@ TEST(DocumentReader, NameLineAndErrorCodeAreTheTopDocuments)
     std::string const outer = directory.path("a.xml");
     Open<NyXmlReader> open("\n<a>" + include("b.xml") + "\n\n<d/></a>", 0, outer);
     NyXmlReader& reader = open.reader;
-    for (std::string const& expected :
-         { "a " + outer + ":2 0", "b " + inner + ":2 0", "c " + inner + ":3 2", " " + inner + ":3 2", "d " + outer + ":4 0" }) {
+    for (std::string const& expected : { "a " + outer + ":2 0 own", "b " + inner + ":2 0", "c " + inner + ":3 2",
+                                         " " + inner + ":3 2", "d " + outer + ":4 0 own" }) {
         reader.readXml();
         EXPECT_EQ(reader.element().token() + ' ' + reader.filename() + ':' + std::to_string(reader.lineCountOfFile()) + ' ' +
-                      std::to_string(reader.errorCode()),
+                      std::to_string(reader.errorCode()) + (&reader.stream() == &open.stream ? " own" : ""),
                   expected);
     }
     EXPECT_NE(messages.text().find("were not used.\n\tFile: " + inner + "\n\tLine: 3\n"), std::string::npos);

@@ -149,6 +149,15 @@ void countAllocations()
     EXPECT_LT(read(NyXmlVectorBasicType<NyXmlBasicType<double>>(), "<group>", "0.12345678901234567 ", "</group>"), 0.1);
     EXPECT_LT(read(NyXmlVectorVector(), "", "<e x=\"1.25\" y=\"2\" z=\"3\"/>", ""), 0.1);
     EXPECT_LT(read(NyXmlVectorType<Part>(), "", "<element id='7'><name>" + text + "</name></element>", ""), 1.1) << "its name";
+    auto const events = allocationsForEach([&](int count) {
+        std::string const name = "a-name-too-long-for-it", element = '<' + name + " n" + name + "='" + text + "'>" + text + "</";
+        std::istringstream stream("<v>" + repeat(element + name + '>', count) + "</v>");
+        NyXmlFileReader reader("in.xml", stream);
+        while (reader.readXml() != NyXmlFileReader::XML_READER_EOF)
+            for (; reader.remainingNumOfAttributes() != 0; reader.attributeValue())
+                reader.attributeName();
+    });
+    EXPECT_LT(events, 0.1) << events;
     auto const write = [](auto item) {
         return allocationsForEach([&](int count) {
             std::ostringstream stream;

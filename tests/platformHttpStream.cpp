@@ -131,6 +131,7 @@ TEST(PlatformHttpStream, EveryAnswerEndsInTextOrInAFailure)
         answers[row.path] = row.answer;
     Server const server(answers);
     NyIfHttpStream::Limits limits;
+    EXPECT_TRUE(limits.connect == 10s && limits.answer == 30s && limits.stall == 30s && limits.leastBytes == 64);
     limits.answer = limits.stall = 1s;
     auto const start = Clock::now();
     for (Row const& row : rows)

@@ -3,6 +3,7 @@
 #include <nyXml/platform/NyNonNegReal.h>
 #include <nyXml/platform/NyOrientation.h>
 #include <nyXml/platform/NyStringConversion.h>
+#include <nyXml/platform/NyVector.h>
 
 #include <gtest/gtest.h>
 
@@ -54,8 +55,20 @@ TEST(PlatformTypes, NormalizeReachesUnitLengthFromAnySize)
 {
     for (double size : { 2.0, 3e-200, 1e200, 4e-320, 1.7e308 })
         EXPECT_EQ(normalized(NyOrientation(size, -size, size, -size)), NyOrientation(0.5, -0.5, 0.5, -0.5)) << size;
-    for (NyOrientation const& kept : { NyOrientation(0, 0, 0, 0), NyOrientation(infinity, 1, 2, 3) })
-        EXPECT_EQ(normalized(kept), kept);
+    EXPECT_EQ(normalized(NyOrientation(0, 0, 0, 0)), NyOrientation(0, 0, 0, 0));
+}
+
+TEST(PlatformTypes, EachComponentCounts)
+{
+    NyOrientation const plain(1, 2, 3, 4);
+    for (std::size_t i = 0; i != 4; ++i) {
+        double c[] = { 1, 2, 3, 4 };
+        c[i] = infinity;
+        NyOrientation const other(c[0], c[1], c[2], c[3]);
+        EXPECT_TRUE(other != plain && !(other == plain) && normalized(other) == other) << i;
+        EXPECT_EQ(NyVector(c[0], c[1], c[2]) == NyVector(1, 2, 3), i == 3);
+        EXPECT_EQ(NyVector(c[0], c[1], c[2]) != NyVector(1, 2, 3), i != 3);
+    }
 }
 
 /// What is left of the value 7 by an extraction from the text.

@@ -155,6 +155,11 @@ TEST(ReaderScanner, OverridesSeeEveryStep)
             m_rests += text + ";";
             return NyXmlFileReader::nextWord(text);
         }
+        std::string const& nextQuotedToken(std::string& text) override
+        {
+            m_rests += text + ";";
+            return NyXmlFileReader::nextQuotedToken(text);
+        }
         std::string const& getAttributeValueFast() override
         {
             m_rests += "fast;";
@@ -162,8 +167,9 @@ TEST(ReaderScanner, OverridesSeeEveryStep)
         }
         mutable std::string m_rests;
     };
-    Open<Loud> open("<x:a p:b='1'><!skip><c>1 2</c>\n<d e=\"3\"></x:a>", 1);
-    EXPECT_EQ(seenAt(open.reader), "start element:x:a attribute:p:b=1");
+    Open<Loud> open("<x:a p:b= '1' k='2'><!skip><c>1 2</c>\n<d e=\"3\"></x:a>", 1);
+    EXPECT_EQ(open.reader.m_rests, "x:a p:b= '1' k='2';'1' k='2';'2';");
+    EXPECT_EQ(seenAt(open.reader), "start element:x:a attribute:k=2 attribute:p:b=1");
     open.reader.readXml();
     EXPECT_EQ(seenAt(open.reader), "empty element:skipped");
     open.reader.readXml();

@@ -68,6 +68,8 @@ TEST(SchemaBuilder, Reduction)
         { "text", ".", "global r(double)\n" },
         { "textThreeTimes", ". . .", "global r(p:double.ListType)\ndouble.ListType: =double\n" },
         { "textAndAttribute", "@a .s", "global r(p:r.Type)\nr.Type: =string @a(double)\n" },
+        { "typesBehindAttributesWithoutOne", "!a <b . !c / .s",
+          "global r(p:r.Type)\nb.Type: =double @c()\nr.Type: b(p:b.Type) =string @a()\n" },
         { "theFirstTwinSpeaksForTheRest", "+a *b . / +b +c", "global r(p:r.Type)\nr.Type: a(double) b*(double)\n" },
         { "twinsApart", "+a +b +a", "global r(p:r.Type)\nr.Type: a(double) b(double) a(double)\n" },
         { "anEmptyTwinLearns", "<a / +a", "global r(p:r.Type)\nempty.Type:\nr.Type: a(double)\n" },

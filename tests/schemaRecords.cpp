@@ -92,6 +92,8 @@ TEST(SchemaRecords, ElementsOfTheTree)
                               [](auto& t) { t.setAttributeName("b"); }, [&](auto& t) { t.setPointers(nullptr, &parent); },
                               [&](auto& t) { t.setPointers(&schema, nullptr); } });
     EXPECT_TRUE(Tree().elementType() == Element());
+    Tree const child(&schema, &tree);
+    EXPECT_TRUE(child.isRecursiveElement("u#a") && !child.isRecursiveElement("u#b"));
     EXPECT_EQ(tree.writeEndTag(), &parent);
     Element const known = tree.elementType();
     EXPECT_EQ(known.type(), ":empty.Type");

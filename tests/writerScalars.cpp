@@ -56,7 +56,9 @@ TEST(WriterScalars, TextsAndTypesUnderAnyLocale)
 TEST(WriterScalars, RealsAreAsPrintfHasThem)
 {
     using Limits = std::numeric_limits<double>;
-    std::vector<double> values{ 0.0, Limits::infinity(), Limits::quiet_NaN(), Limits::max(), Limits::denorm_min() };
+    std::vector<double> values{
+        0.0, Limits::infinity(), Limits::quiet_NaN(), Limits::max(), Limits::denorm_min(), 1.0000058530000000001
+    }; // whose last digits are zeros but one
     for (int exponent = -1074; exponent < 1024; ++exponent)
         values.push_back(std::ldexp(1.0, exponent));
     for (int exponent = -30; exponent <= 30; ++exponent) {
