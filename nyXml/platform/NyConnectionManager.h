@@ -10,6 +10,7 @@
 #include <boost/signals2/expired_slot.hpp>
 #include <boost/signals2/shared_connection_block.hpp>
 
+#include <atomic>
 #include <functional>
 #include <limits>
 #include <map>
@@ -57,6 +58,12 @@ private:
 class NYXML_EXPORT SignalHolder {
 public:
     virtual ~SignalHolder() = default;
+
+    void setHeard() noexcept { m_isHeard = true; }
+    std::atomic<bool> const& isHeard() const noexcept { return m_isHeard; }
+
+private:
+    std::atomic<bool> m_isHeard{ false };
 };
 
 /// Shares a signal with everybody who emits it.
@@ -112,6 +119,11 @@ class ConnectionManager;
 template <class Traits>
 boost::shared_ptr<typename Traits::SignalType> namedSignal(ConnectionManager& manager);
 
+/// Whether anybody has listened to that signal yet, for those who emit it often: one that nobody hears takes its time, too.
+/// \return valid for good; true from the first createSlot() on
+template <class Traits>
+std::atomic<bool> const& isSignalHeard(ConnectionManager& manager);
+
 /// Brings together, by name, those who emit a signal and those who listen.
 ///
 /// A signal is described by a traits type with `Signature`, `SignalType` (a Boost signal with int as group type) and
@@ -143,6 +155,7 @@ public:
         auto const handle = boost::make_shared<ConnectionManagerTypes::ConnectionImpl<Traits>>();
         auto& holder = holderOf<Traits>(name);
         holder.openGroup(group);
+        holder.setHeard();
         handle->connect(*holder.signal(), group, std::move(slot));
         return handle;
     }
@@ -151,6 +164,8 @@ private:
     friend class Application;
     template <class Traits>
     friend boost::shared_ptr<typename Traits::SignalType> namedSignal(ConnectionManager& manager);
+    template <class Traits>
+    friend std::atomic<bool> const& isSignalHeard(ConnectionManager& manager);
 
     using SignalHolder = ConnectionManagerTypes::SignalHolder;
     using SignalMap = std::map<std::string, std::unique_ptr<SignalHolder>>;
@@ -185,6 +200,12 @@ template <class Traits>
 boost::shared_ptr<typename Traits::SignalType> namedSignal(ConnectionManager& manager)
 {
     return manager.createSignal<Traits>(Traits::name());
+}
+
+template <class Traits>
+std::atomic<bool> const& isSignalHeard(ConnectionManager& manager)
+{
+    return manager.holderOf<Traits>(Traits::name()).isHeard();
 }
 
 } // namespace Ny

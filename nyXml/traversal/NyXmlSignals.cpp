@@ -27,5 +27,7 @@ template boost::shared_ptr<ConnectionManagerTypes::Connection>
 ConnectionManager::createSlot<SignalReadWriteStatusTraits>(std::string const&, boost::function<void(std::string)>, int);
 template boost::shared_ptr<ReadWriteProgressSignal> namedSignal<SignalReadWriteProgressTraits>(ConnectionManager& manager);
 template boost::shared_ptr<ReadWriteStatusSignal> namedSignal<SignalReadWriteStatusTraits>(ConnectionManager& manager);
+template std::atomic<bool> const& isSignalHeard<SignalReadWriteProgressTraits>(ConnectionManager& manager);
+template std::atomic<bool> const& isSignalHeard<SignalReadWriteStatusTraits>(ConnectionManager& manager);
 
 } // namespace Ny

@@ -7,6 +7,7 @@
 
 #include <boost/signals2/signal.hpp>
 
+#include <atomic>
 #include <functional>
 #include <string>
 #include <type_traits>
@@ -43,6 +44,8 @@ extern template NYXML_EXPORT boost::shared_ptr<ReadWriteProgressSignal>
 namedSignal<SignalReadWriteProgressTraits>(ConnectionManager& manager);
 extern template NYXML_EXPORT boost::shared_ptr<ReadWriteStatusSignal>
 namedSignal<SignalReadWriteStatusTraits>(ConnectionManager& manager);
+extern template NYXML_EXPORT std::atomic<bool> const& isSignalHeard<SignalReadWriteProgressTraits>(ConnectionManager& manager);
+extern template NYXML_EXPORT std::atomic<bool> const& isSignalHeard<SignalReadWriteStatusTraits>(ConnectionManager& manager);
 
 } // namespace Ny
 
