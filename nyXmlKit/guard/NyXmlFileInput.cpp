@@ -84,18 +84,23 @@ void NyXmlFileInput::Buffer::refuse(char const* why)
     m_theError = why;
 }
 
-// As many bytes as there are up to count: fewer say that the file has ended.
+// As many bytes as there are up to count: fewer say that the file has ended. A regular file that gives fewer than are asked for, and has given
+// all that it has, need not be asked again. One that tells no size may give a piece at a time.
 std::size_t NyXmlFileInput::Buffer::take(char* to, std::size_t count)
 {
     std::size_t taken = 0;
-    while (taken < count && m_theError.empty()) {
+    bool hasEnded = !m_theError.empty();
+    while (taken < count && !hasEnded) {
         ssize_t const got = ::read(m_theDescriptor, to + taken, count - taken);
-        if (got > 0)
-            taken += static_cast<std::size_t>(got);
-        else if (got == 0)
-            break;
-        else if (errno != EINTR)
+        if (got < 0) {
+            if (errno == EINTR)
+                continue;
             m_theError = reasonOf(errno);
+            break;
+        }
+        taken += static_cast<std::size_t>(got);
+        m_theBytesGiven += static_cast<std::size_t>(got);
+        hasEnded = got == 0 || (taken < count && m_theBytesGiven == m_theSize);
     }
     return taken;
 }

@@ -71,6 +71,7 @@ private:
         int m_theDescriptor = -1;
         bool m_isRefused = false;
         std::uint64_t m_theSize = 0;
+        std::uint64_t m_theBytesGiven = 0;
         Identity m_theIdentity;
         std::string m_theError;
         std::array<char, 4096> m_theBytes; // for callers who go byte by byte
