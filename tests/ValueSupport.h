@@ -111,12 +111,14 @@ public:
         value.writeSchema(calls);
         return calls.m_text;
     }
-    bool writeStartTagUsingParentNamespace(std::string const& name, XML_STARTTAG_OPTION option) override
+    bool writeStartTag(NyToken const& name, XML_STARTTAG_OPTION option) override
     {
-        m_text += "[" + std::to_string(option) + " " + name + ": ";
+        m_text += "[" + std::to_string(option) + " " + name.token() + ": ";
         return true;
     }
     void writeEndTag() override { m_text += "] "; }
+    void openGroup() override { m_text += "( "; }
+    void closeGroup() override { m_text += ") "; }
     void setAttributeName(NyToken const& token) override { m_text += token.token() + "="; }
     void setType(std::type_info const& info) override { m_text += std::string(info.name()) + " "; }
 

@@ -97,6 +97,9 @@ TEST(Compound, WritesInOrderOfNamesWithoutDefaults)
 {
     firstAndLater([] {
         Arm arm;
+        std::string const text = typeid(std::string).name();
+        EXPECT_EQ(SchemaCalls::of(arm), "axis=i id=j ( [1 length: d ] [1 name: " + text +
+                                            " ] [1 wrist: ( [1 angle: d ] [1 label: " + text + " ] ) ] ) ");
         EXPECT_EQ(writtenValue(arm), "<v xsi:nil=\"true\"/>\n");
         EXPECT_EQ(writtenValue(arm, true), "<v axis=\"0\" id=\"0\">\n  <length>0</length>\n  <name></name>\n  <wrist>\n"
                                            "   <angle>0</angle>\n   <label></label>\n  </wrist>\n </v>\n");
@@ -303,6 +306,12 @@ TEST(Compound, SuppliedMapsAreUsed)
 class Early : public Joint {
 public:
     Early() { xmlInit(); }
+    void registerComponents() override
+    {
+        Joint::registerComponents();
+        registerAttributeComponentReadOnly("mark", &mark);
+    }
+    NyXmlBasicType<int> mark;
 };
 class EarlySupplied : public Early {
 public:
@@ -313,6 +322,8 @@ public:
         return Early::componentMap();
     }
     void createComponentMap() const override { calls += "create "; }
+    void createAttributeComponentMap() override {}
+    void createSpecialDescriptorMap() override {}
 };
 class EarlyPlain : public Early {
 public:
@@ -329,6 +340,8 @@ TEST(Compound, ClassOfTheWholeObjectIsAskedAfterItsBaseHasInitialisedIt)
         readValue(object, "<cell><angle>2</angle><label>x</label></cell>");
         EXPECT_EQ(object.calls, "look create look create ");
         EXPECT_EQ(object.values(), std::make_tuple(2.0, "x"));
+        EXPECT_EQ(EarlySupplied().attributeComponentMap().count("mark"), 1u);
+        EXPECT_EQ(EarlySupplied().specialDescriptorMap().count("mark"), 1u);
         EarlyPlain plain;
         readValue(plain, "<cell><other>y</other><angle>3</angle></cell>");
         EXPECT_EQ(plain.values(), std::make_tuple(3.0, "y"));

@@ -120,8 +120,12 @@ TEST(Containers, SetsAndListsAreWrittenInTheirOrder)
 template <class Value>
 void expectUnequal(Value const& one, Value const& other)
 {
-    Value const same(one);
+    Value same(one), assigned(other), moved(other);
     EXPECT_TRUE(one == same && one.equality(&same) && !(one == other) && !one.equality(&other)) << typeid(Value).name();
+    assigned = one;
+    moved = std::move(same);
+    EXPECT_TRUE(assigned == one && moved == one) << typeid(Value).name();
+    same = one;
     if constexpr (std::is_same_v<Value, NyXmlVector> || std::is_same_v<Value, NyXmlOrientation>) {
         EXPECT_TRUE(one != other && !(one != same));
     }
@@ -143,7 +147,8 @@ TEST(Containers, EqualAreThoseWithEqualItems)
     expectUnequal(NyXmlVectorType<B<double>>(2, 1.0), NyXmlVectorType<B<double>>(2, 2.0));
     expectUnequal(NyXmlVectorBasicType<B<double>>(2, 1.0), NyXmlVectorBasicType<B<double>>(3, 1.0));
     NyVector const place(1, 2, 3);
-    NyXmlVector const vector(place), other(NyVector(1, 2, 4));
+    NyXmlVector vector, other(NyVector(1, 2, 4));
+    vector = place;
     expectUnequal(vector, other);
     EXPECT_TRUE(vector == place && other != place && !(vector != place) && !(other == place));
     expectUnequal(NyXmlOrientation(NyOrientation(1, 0, 0, 0)), NyXmlOrientation(NyOrientation(0, 0, 0, 1)));

@@ -186,6 +186,21 @@ TEST(Endurance, OnlyWhatIsKeptTakesMemory)
     std::thread(countAllocations).join(); // one where nobody has read anything
 }
 
+// The library's own values leave for the stream together. Where code of an application runs, all that was written is there before.
+TEST(Endurance, StreamsAreAskedSeldom)
+{
+    struct : std::stringbuf {
+        std::streamsize xsputn(char const* bytes, std::streamsize size) override
+        {
+            return ++calls, std::stringbuf::xsputn(bytes, size);
+        }
+        int calls = 0;
+    } buffer;
+    std::ostream stream(&buffer);
+    writeTo(stream, sample());
+    EXPECT_EQ(buffer.calls, 18);
+}
+
 std::size_t openHandles()
 {
     return static_cast<std::size_t>(

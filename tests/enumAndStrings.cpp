@@ -93,7 +93,7 @@ TEST(Enumerations, CopiesTakeTheValueAndLeaveTheTable)
     copy.setValue(0.0);
     EXPECT_FALSE(copy == low);
     low = copy;
-    EXPECT_TRUE(low == 0.0 && low.specified() && low.enumString(1.5) == "low");
+    EXPECT_TRUE(low == 0.0 && low.specified() && low.enumString(1.5) == "low" && !(low < copy));
     EXPECT_TRUE(copy.equalsDefault() && !copy.equality(nullptr) && copy.isBasicType());
 }
 

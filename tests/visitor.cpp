@@ -67,7 +67,8 @@ std::string walk(NyXmlObject const& root, int depth = -1, std::string const& ref
 // Every family tells itself in its own words; the walk enters what it enters and nothing else.
 TEST(Visitor, EveryFamilyHasItsReport)
 {
-    Number number(0.1);
+    GroupedNumbers const grouped;
+    Number number(1234.5);
     NyXmlEnumType<int> word(2);
     word.setEnumString(1, "slow");
     word.setEnumString(2, "fast");
@@ -84,7 +85,7 @@ TEST(Visitor, EveryFamilyHasItsReport)
     Compound<1> inner({ { "hidden", &number } });
     EXPECT_EQ(walk(tree({ &number, &word, &map, &pair, &path, &vector, &orientation, &texts, &nothing, &inner })),
               "root: [root (10)]\n"
-              "<.a: [a] [0.1]\n"
+              "<.a: [a] [1234.5]\n"
               ".b: [b] [fast]\n"
               ".c: [c (2)]\n"
               "<..key: [key] [a]\n..value: [value] [1]\n..key: [key] [b]\n..value: [value] [2]\n>"
