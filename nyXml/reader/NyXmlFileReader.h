@@ -188,6 +188,14 @@ public:
     /// The names of the open elements, outermost first; the last one is element(). For whoever tells where in a document something is.
     std::vector<NyToken> openElements() const { return m_theElementStack.names(); }
 
+    /// A name that the last tag gave to more than one attribute, of which the first one counts; m_theNullString if there is none. For whoever
+    /// has to tell what a document says in vain.
+    std::string const& repeatedAttribute() const
+    {
+        std::string const* const name = m_theAttributes.repeatedName();
+        return name != nullptr ? *name : m_theNullString;
+    }
+
     // For the hot paths of the library. Not virtual, so that a subclass does not see them.
 
     /// The word that contentByWord() would give, cut off the content without a copy. Empty for empty content. Valid until the next call

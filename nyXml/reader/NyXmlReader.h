@@ -208,6 +208,9 @@ protected:
     /// The factory of a reader that was given none: a new NyXmlFactory.
     virtual NyBaseXmlFactory* newFactory() const;
 
+    /// A name that the last tag gave to more than one attribute, see NyXmlFileReader.
+    std::string const& repeatedAttribute() const { return m_theTop->repeatedAttribute(); }
+
     /// Where a link leads from the present document, by the parts that parseHref() gives of both. A relative link begins at that
     /// document's host and directory, and a backslash joins the two directories: "d/c.xml" in "a/b.xml" is "a\d/c.xml". One whose
     /// directory begins with `/` or `c:` takes the host alone: "/d/c.xml" in "http://h/a/b.xml" is "http://h//d/c.xml". One with a host

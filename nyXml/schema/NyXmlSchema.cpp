@@ -201,6 +201,7 @@ void NyXmlSchema::globalElement(NyToken name, std::string ns, std::string type)
 }
 
 void NyXmlSchema::describing(NyXmlObject const&) {}
+void NyXmlSchema::describingWords(std::vector<std::string> const&) {}
 
 std::string NyXmlSchema::convertNamespaceToPrefix(std::string ns) { return m_thePrefixes[ns]; }
 

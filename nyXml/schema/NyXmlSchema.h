@@ -134,6 +134,9 @@ public:
     /// \param object  initialised; of items and alternatives a default one, which is gone when its element closes
     virtual void describing(NyXmlObject const& object);
 
+    /// Told by an enumeration of whatever type before its setType(), for the same subclasses: the words that it has. Does nothing here.
+    virtual void describingWords(std::vector<std::string> const& words);
+
     /// The XSD type of a run-time type. bool is "boolean", char "byte", unsigned char "unsignedByte"; short, long, float and double keep
     /// their names, and their unsigned kinds are "unsignedShort" and "unsignedLong". Anything else, int and unsigned int among them, is
     /// "string".

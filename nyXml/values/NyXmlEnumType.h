@@ -104,6 +104,7 @@ public:
     {
         if (!NyXmlObject::writeSchema(schema))
             return false;
+        schema.describingWords(m_theEnumStrings);
         schema.setType(typeid(std::string));
         return true;
     }

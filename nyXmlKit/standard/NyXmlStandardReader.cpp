@@ -157,6 +157,8 @@ std::string const& NyXmlStandardReader::attributeValue() { return m_theTop->take
 
 unsigned int NyXmlStandardReader::numOfAttributes() const { return static_cast<unsigned int>(m_theTop->attributes()); }
 
+std::string const& NyXmlStandardReader::repeatedAttribute() const { return m_theTop->repeatedAttribute(); }
+
 unsigned int NyXmlStandardReader::remainingNumOfAttributes() const
 {
     return static_cast<unsigned int>(m_theTop->attributesLeft());

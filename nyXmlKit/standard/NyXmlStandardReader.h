@@ -155,6 +155,10 @@ protected:
     /// had, which the caller reports
     virtual std::unique_ptr<std::istream> openLink(std::string const& path, bool remote);
 
+    /// A local name that the last tag gave to more than one attribute, with different prefixes; the first one counts. Empty if there is
+    /// none.
+    std::string const& repeatedAttribute() const;
+
     // Past the events, as NyXmlReader::offerShortcuts() has it; objects need not be told. A subclass whose hooks see what they have to see
     // all the same may offer them in turn.
 

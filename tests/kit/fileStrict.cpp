@@ -37,10 +37,12 @@ public:
         registerComponent("byte", &byte);
         registerComponent("embedded", &embedded);
         registerComponent("flags", &flags);
+        registerComponent("gears", &gears);
         registerComponent("grid", &grid);
         registerComponent("joint", &joint);
         registerComponent("joints", &joints);
         registerComponent("letter", &letter);
+        registerComponent("links", &links);
         registerComponent("list", &list);
         registerComponent("mode", &mode);
         registerComponent("names", &names);
@@ -51,6 +53,7 @@ public:
         registerComponent("place", &place);
         registerComponentReadOnly("old", &old);
         registerComponent("set", &set);
+        registerComponent("speeds", &speeds);
         registerComponent("table", &table);
         registerComponent("tree", &tree);
         registerComponent("turn", &turn);
@@ -66,10 +69,12 @@ public:
     Basic<unsigned char> byte;
     NyXmlEmbeddedString embedded;
     NyXmlVectorType<Basic<bool>> flags;
+    NyXmlVectorBasicType<FileMode> gears;
     NyXmlVectorType<NyXmlVectorType<NyXmlVectorBasicType<Basic<unsigned int>>>> grid;
     FileJoint joint;
     NyXmlVectorType<FileJoint> joints;
     Basic<char> letter{ 'x' };
+    NyXmlListType<FileJoint> links;
     NyXmlListType<NyXmlVector> list;
     FileMode mode;
     NyXmlVectorType<Basic<std::string>> names;
@@ -80,6 +85,7 @@ public:
     NyXmlVectorVector path;
     NyXmlVector place;
     NyXmlSetType<Basic<unsigned int>> set;
+    NyXmlSetType<FileMode> speeds;
     NyXmlMapType<Basic<std::string>, Numbers<double>> table;
     FileNode tree;
     NyXmlOrientation turn;
@@ -125,6 +131,9 @@ void fill(Zoo& zoo, Random& random)
     for (int i = upTo(random, 4); i > 0; --i) {
         zoo.flags.pushBack(Basic<bool>(i % 2 == 0));
         zoo.joints.pushBack(randomJoint(random));
+        zoo.links.pushBack(randomJoint(random));
+        zoo.gears.pushBack(i % 2);
+        zoo.speeds.add(randomJoint(random).mode);
         zoo.list.pushBack(NyXmlVector(NyVector(i, 0.1, -i)));
         zoo.names.pushBack(Basic<std::string>(i % 2 == 0 ? "a b" : ""));
         zoo.numbers.pushBack(i / 3.0);
@@ -192,6 +201,11 @@ std::string sample()
     zoo.grid.vectorContainer().assign(1, NyXmlVectorType<Numbers<unsigned int>>(1, Numbers<unsigned int>(2, 7u)));
     zoo.ownMap.clear();
     zoo.ownMap.add(Basic<int>(4), randomJoint(random));
+    zoo.links.clear();
+    zoo.links.pushBack(zoo.joint);
+    zoo.gears.vectorContainer() = { 0, 1 };
+    zoo.speeds.clear();
+    zoo.speeds.add(zoo.kind);
     zoo.set.clear();
     zoo.set.add(Basic<unsigned int>(9u));
     zoo.list.clear();
@@ -215,6 +229,7 @@ TEST(FileStrict, APlantedFaultIsFound)
         { "weight=\"2\"", "weight=\"2kW\"", "BAD_TEXT zoo" },
         { "weight=\"2\"", "weight=\"1e999\"", "BAD_TEXT zoo" },
         { "weight=\"2\"", "", "MISSING zoo" },
+        { "weight=\"2\"", "weight=\"2\" a:weight=\"3\"", "REPEATED zoo" },
         { "weight=\"2\"", "wait=\"2\" weight=\"2\"", "UNKNOWN zoo" },
         { " mode=\"", " mode=\"x", "BAD_TEXT zoo/joint" },
         { "<byte>200<", "<byte>256<", "BAD_TEXT zoo/byte" },
@@ -227,6 +242,9 @@ TEST(FileStrict, APlantedFaultIsFound)
         { "<byte>200</byte>", "<byte unit=\"b\">200</byte>", "UNKNOWN zoo/byte" },
         { "<byte>200</byte>", "<byte>200</byte><bite>1</bite>", "UNKNOWN zoo/bite" },
         { "<byte>200</byte>", "<byte>200</byte><bite><byte>x</byte></bite>", "UNKNOWN zoo/bite" },
+        { "<gears size=\"2\">\n  <group>slow fast", "<gears size=\"2\">\n  <group>slow quick", "BAD_TEXT zoo/gears/group" },
+        { "<speeds size=\"1\">\n  <group>", "<speeds size=\"1\">\n  <group>very", "BAD_TEXT zoo/speeds/group" },
+        { "<links size=\"1\">\n  <element id=\"", "<links size=\"1\">\n  <element id=\"x", "BAD_TEXT zoo/links/element" },
         { "<letter>x<", "<letter>xy<", "BAD_TEXT zoo/letter" },
         { "<mode>", "<mode>x", "BAD_TEXT zoo/mode" },
         { "<angle>0.5<", "<angle>0,5<", "BAD_TEXT zoo/joint/angle" },
@@ -244,6 +262,7 @@ TEST(FileStrict, APlantedFaultIsFound)
         { "<group>9<", "<group>9.5<", "BAD_TEXT zoo/set/group" },
         { "<element x=\"4\" y=\"5\" z=\"6\"/>", "<element x=\"4\" y=\"five\" z=\"6\"/>", "BAD_TEXT zoo/list/element" },
         { "<element x=\"4\" y=\"5\" z=\"6\"/>", "<element x=\"4\" z=\"6\"/>", "MISSING zoo/list/element" },
+        { "<element x=\"4\" y=\"5\" z=\"6\"/>", "<element x=\"4\" y=\"5\" x=\"7\" z=\"6\"/>", "REPEATED zoo/list/element" },
         { "<element x=\"4\" y=\"5\" z=\"6\"/>", "<element x=\"4\" y=\"5\" z=\"6\" w=\"7\"/>", "UNKNOWN zoo/list/element" },
         { "<key>4<", "<key>four<", "BAD_TEXT zoo/ownMap/element/key" },
         { "<key>4</key>", "<kay>4</kay>", "UNKNOWN zoo/ownMap/element/kay" },
@@ -302,6 +321,34 @@ TEST(FileStrict, WhatStandsTwiceIsTold)
     std::string const entry = "<element><key> a </key><value>1</value></element>\n";
     EXPECT_EQ(readText("<m>" + entry + entry + "</m>", map, strictly()).str(),
               "doc.xml:2: m/element/key: key \"a\" is there already\n");
+}
+
+/// Of a type of the application's own, two words of which stand for one value.
+enum class Hue { RED, BLUE };
+class Colour : public NyXmlEnumType<Hue> {
+public:
+    NyXmlObject* clone() const override { return new Colour(*this); }
+    NyXmlObject* newObject() const override { return new Colour; }
+    bool xmlInit() override
+    {
+        setEnumString(Hue::RED, "red");
+        setEnumString(Hue::RED, "rot");
+        setEnumString(Hue::BLUE, "blue");
+        return NyXmlEnumType<Hue>::xmlInit();
+    }
+};
+
+// Containers know neither words nor what is binary; their items do.
+TEST(FileStrict, ItemsAreTakenAtTheirWord)
+{
+    EXPECT_EQ(faultsOf<Colour>("<c>rot</c>", strictly()), "");
+    EXPECT_EQ(faultsOf<Colour>("<c>rosa</c>", strictly()), "BAD_TEXT 1 c");
+    std::string const colours = "<c size='3'><element>rot</element><element>blue</element><element>rosa</element></c>";
+    EXPECT_EQ(faultsOf<NyXmlListType<Colour>>(colours, strictly()), "BAD_TEXT 1 c/element");
+    EXPECT_EQ(faultsOf<NyXmlVectorType<Colour>>(colours, strictly()), "BAD_TEXT 1 c/element");
+    std::string const binary = "<b size='2'><element>YWJj</element><element>YW*j</element></b>";
+    EXPECT_EQ(faultsOf<NyXmlListType<NyXmlBinaryString>>(binary, strictly()), "BAD_TEXT 1 b/element");
+    EXPECT_EQ(faultsOf<NyXmlBinaryString>("<b>YW*j</b>", strictly()), "BAD_TEXT 1 b");
 }
 
 // A class of an application that takes other texts than its base knows what is right.

@@ -30,7 +30,12 @@ void NyXmlAttributeList::sort() const
         for (auto next = m_entries.begin(); next != m_entries.end(); ++next)
             std::rotate(std::upper_bound(m_entries.begin(), next, *next, isBefore), next, next + 1);
     auto const sameName = [](Entry const& a, Entry const& b) { return a.m_name == b.m_name; };
-    m_entries.erase(std::unique(m_entries.begin(), m_entries.end(), sameName), m_entries.end());
+    auto const repeated = std::adjacent_find(m_entries.begin(), m_entries.end(), sameName);
+    if (repeated != m_entries.end()) {
+        m_isAnyRepeated = true;
+        m_repeated.assign(repeated->m_name);
+        m_entries.erase(std::unique(repeated, m_entries.end(), sameName), m_entries.end());
+    }
     m_remaining = m_entries.size(); // whoever adds attributes has taken none yet
     m_isSorted = true;
 }
@@ -110,6 +115,8 @@ NyXmlAttributeList& NyXmlAttributeList::operator=(NyXmlAttributeList const& othe
     m_remaining = other.m_remaining;
     m_first = other.m_first;
     m_isSorted = other.m_isSorted;
+    m_isAnyRepeated = other.m_isAnyRepeated;
+    m_repeated = other.m_repeated;
     for (Entry& entry : m_entries) {
         entry.m_slot = nullptr;
         keep(entry);

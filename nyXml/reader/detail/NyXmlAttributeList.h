@@ -39,6 +39,8 @@ public:
         std::swap(m_remaining, other.m_remaining);
         std::swap(m_first, other.m_first);
         std::swap(m_isSorted, other.m_isSorted);
+        std::swap(m_isAnyRepeated, other.m_isAnyRepeated);
+        m_repeated.swap(other.m_repeated);
     }
 
     void clear() noexcept
@@ -46,6 +48,7 @@ public:
         m_entries.clear();
         m_remaining = m_first = m_slotsUsed = 0;
         m_isSorted = true;
+        m_isAnyRepeated = false;
     }
 
     /// Adds an attribute whose texts stay where they are until own() or clear(). A name that is there already keeps its first value.
@@ -66,6 +69,13 @@ public:
     {
         settle();
         return m_remaining;
+    }
+
+    /// A name that was added more than once, null if there is none.
+    std::string const* repeatedName() const
+    {
+        settle();
+        return m_isAnyRepeated ? &m_repeated : nullptr;
     }
 
     /// The first one's name, null if none remains.
@@ -143,6 +153,8 @@ private:
     mutable std::size_t m_remaining = 0;
     mutable std::size_t m_first = 0; ///< of those that are not taken
     mutable bool m_isSorted = true;  ///< and without doubles; otherwise sorted at once when somebody looks
+    mutable bool m_isAnyRepeated = false;
+    mutable std::string m_repeated; ///< good if one is
 };
 
 #endif

@@ -35,6 +35,18 @@ class Silence {
     Ny::Print::ThreadScope const m_scope{ [](int, std::string const&, std::string const&) {} };
 };
 
+/// A copy is as its owner has set it up. A class that cannot be copied, or only as its base, may at least be made anew.
+std::unique_ptr<NyXmlObject> copyOf(NyXmlObject const& object)
+{
+    std::unique_ptr<NyXmlObject> copy(object.clone());
+    if (copy != nullptr && typeid(*copy) == typeid(object))
+        return copy;
+    std::unique_ptr<NyXmlObject> fresh(object.newObject());
+    return copy == nullptr || (fresh != nullptr && typeid(*fresh) == typeid(object)) ? std::move(fresh) : std::move(copy);
+}
+
+bool isBinary(NyXmlObject const& object) { return dynamic_cast<NyXmlBinaryString const*>(&object) != nullptr; }
+
 void initialise(NyXmlObject& object)
 {
     if (!object.xmlInitialized())
@@ -44,14 +56,16 @@ void initialise(NyXmlObject& object)
 /// An element as an object describes it to a schema.
 struct Record {
     std::string name;
+    std::unique_ptr<NyXmlObject> object; ///< a copy of who described itself there
+    bool isBinary = false;               ///< which its copy does not tell
     std::type_info const* type = nullptr;
     std::vector<std::pair<std::string, std::type_info const*>> attributes;
     std::vector<Record> children;
 
     bool isLeaf() const { return attributes.empty() && children.empty(); }
-    Record const* child(std::string const& wanted) const
+    Record* child(std::string const& wanted)
     {
-        for (Record const& one : children)
+        for (Record& one : children)
             if (one.name == wanted)
                 return &one;
         return nullptr;
@@ -67,6 +81,13 @@ class Recorder : public NyXmlSchema {
 public:
     Recorder() { m_open.push_back(&m_root); }
 
+    void describing(NyXmlObject const& object) override
+    {
+        if (m_isInAttribute || m_open.size() == 1 || m_open.back()->object != nullptr)
+            return;
+        m_open.back()->object = copyOf(object);
+        m_open.back()->isBinary = isBinary(object);
+    }
     bool writeStartTag(NyToken const& token, XML_STARTTAG_OPTION) override { return open(token); }
     bool writeStartTagUsingParentNamespace(std::string const& name, XML_STARTTAG_OPTION) override { return open(name); }
     void setAttributeName(NyToken const& token) override
@@ -91,7 +112,7 @@ public:
         writeEndTag();
         return true;
     }
-    Record const& root() const { return m_root; }
+    Record& root() { return m_root; }
 
 private:
     bool open(std::string const& name)
@@ -205,13 +226,12 @@ NyXmlObject* NyXmlShapes::own(NyXmlObject* object)
     return object;
 }
 
-// A copy is as its owner has set it up; a class that cannot be copied may at least be made anew.
 NyXmlShape& NyXmlShapes::of(NyXmlObject const& root)
 {
     Silence const silence;
-    NyXmlObject* object = own(root.clone());
-    if (object == nullptr)
-        object = own(root.newObject());
+    if (isBinary(root))
+        return make(Kind::BASE64);
+    NyXmlObject* const object = own(copyOf(root).release());
     return object == nullptr ? m_theAnything : build(*object);
 }
 
@@ -245,7 +265,7 @@ NyXmlShape& NyXmlShapes::build(NyXmlObject& object)
         }
         if (dynamic_cast<NyXmlEmbeddedString*>(&object) != nullptr)
             return m_theAnything;
-        if (dynamic_cast<NyXmlBinaryString*>(&object) != nullptr)
+        if (isBinary(object))
             return make(Kind::BASE64);
         if (auto* const value = dynamic_cast<NyBaseXmlBasicType*>(&object)) {
             NyXmlShape& shape = make(Kind::TEXT);
@@ -345,8 +365,8 @@ NyXmlShape& NyXmlShapes::buildDescribed(NyXmlObject& object)
 {
     Recorder recorder;
     object.writeSchema(recorder);
-    Record const& record = recorder.root();
-    Record const* const element = record.child(NyXml::NyElementToken);
+    Record& record = recorder.root();
+    Record* const element = record.child(NyXml::NyElementToken);
     bool const isSized = record.hasAttribute(NyXml::NyCountToken);
 
     if (dynamic_cast<NyXmlVector*>(&object) != nullptr || dynamic_cast<NyXmlOrientation*>(&object) != nullptr ||
@@ -382,7 +402,7 @@ NyXmlShape& NyXmlShapes::buildDescribed(NyXmlObject& object)
     if (element == nullptr || record.children.size() > 2)
         return m_theAnything;
 
-    Record const* const key = element->child(NyXml::NyKeyToken);
+    Record* const key = element->child(NyXml::NyKeyToken);
     Record const* const value = element->child(NyXml::NyValueToken);
     if (!isSized && key != nullptr && value != nullptr) {
         readOne(object, "<m><element><key>0</key><value/></element></m>");
@@ -402,9 +422,13 @@ NyXmlShape& NyXmlShapes::buildDescribed(NyXmlObject& object)
     NyXmlShape& sequence = make(Kind::SEQUENCE);
     sequence.isOfDifferent = key != nullptr && isSet(object);
     readOne(object, "<v size=\"1\"><element/></v>");
-    Record const& item = key != nullptr ? *key : *element; // sets and lists describe a key where their items stand
+    Record& item = key != nullptr ? *key : *element; // sets and lists describe a key where their items stand
     if (NyXmlObject* const itemObject = Children(object).find(NyXml::NyElementToken)) {
         sequence.item = &buildItem(*itemObject);
+    } else if (item.isBinary) {
+        sequence.item = &make(Kind::BASE64);
+    } else if (item.object != nullptr) {
+        sequence.item = &buildItem(*own(item.object.release()));
     } else if (item.isLeaf() && item.type != nullptr) {
         sequence.item = &textOf(item.type);
     } else if (item.children.empty() && !item.attributes.empty()) {

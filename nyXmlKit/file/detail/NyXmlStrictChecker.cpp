@@ -288,6 +288,12 @@ void NyXmlStrictChecker::forget()
 
 // Attributes
 
+void NyXmlStrictChecker::repeatedAttribute(std::string const& name)
+{
+    if (top().shape == nullptr || top().shape->kind != Kind::ANYTHING)
+        add(Fault::REPEATED_MEMBER, "attribute " + quoted(name) + " stands there several times");
+}
+
 void NyXmlStrictChecker::takeClaim(Frame& frame, std::string const& value)
 {
     long long claim = 0;

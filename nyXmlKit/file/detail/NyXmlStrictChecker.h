@@ -34,6 +34,8 @@ public:
 
     /// \param isIncluded  the root of another document, whose name is its own
     void start(std::string const& name, bool isIncluded);
+    /// Of this name there are several, and only the first one will come.
+    void repeatedAttribute(std::string const& name);
     void attribute(std::string const& name, std::string const& value);
     /// One that nobody has asked for.
     void unusedAttribute(std::string const& name);

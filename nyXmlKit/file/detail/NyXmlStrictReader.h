@@ -170,6 +170,8 @@ private:
         case NyXmlFileReader::XML_READER_START_TAG:
         case NyXmlFileReader::XML_READER_EMPTY_TAG:
             m_theChecker.start(Base::element(), m_isIncluded);
+            if (std::string const& name = this->repeatedAttribute(); !name.empty())
+                m_theChecker.repeatedAttribute(name);
             m_isAtTag = true;
             m_isEmptyTag = mode == NyXmlFileReader::XML_READER_EMPTY_TAG;
             break;

@@ -9,6 +9,7 @@
 #include <nyXmlKit/model/NyXmlMemberKind.h>
 #include <nyXmlKit/model/detail/NyXmlFromChars.h>
 
+#include <algorithm>
 #include <charconv>
 #include <climits>
 #include <cmath>
@@ -17,17 +18,21 @@
 #include <locale.h>
 #include <sstream>
 #include <system_error>
+#include <utility>
 
 namespace {
 
-/// Remembers the type that a value describes itself with.
+/// Remembers the type that a value describes itself with, and the words of an enumeration.
 class TypeListener : public NyXmlSchema {
 public:
     void setType(std::type_info const& info) override { m_type = &info; }
+    void describingWords(std::vector<std::string> const& words) override { m_words = words; }
     std::type_info const* type() const { return m_type; }
+    std::vector<std::string>& words() { return m_words; }
 
 private:
     std::type_info const* m_type = nullptr;
+    std::vector<std::string> m_words;
 };
 
 /// Remembers what a value writes.
@@ -133,25 +138,20 @@ bool isReal(std::string_view text, bool isFloat, double& value)
     return isSpelt || !std::isinf(isFloat ? static_cast<double>(static_cast<float>(value)) : value);
 }
 
+/// Whether an enumeration of this T has the word, by a way of its own perhaps.
 template <class T>
-bool isEnumOf(NyBaseXmlBasicType const& value)
-{
-    return dynamic_cast<NyXmlEnumType<T> const*>(&value) != nullptr;
-}
-
-bool isEnum(NyBaseXmlBasicType const& value)
-{
-    return isEnumOf<unsigned char>(value) || isEnumOf<short>(value) || isEnumOf<unsigned short>(value) || isEnumOf<int>(value) ||
-           isEnumOf<unsigned int>(value) || isEnumOf<bool>(value) || isEnumOf<NyNonNegReal>(value);
-}
-
-/// Whether an enumeration of this T has the word. One without a table takes any: its owner fills it where we do not see it.
-template <class T>
-bool hasWord(NyBaseXmlBasicType& value, std::string const& word)
+bool finds(NyBaseXmlBasicType& value, std::string const& word)
 {
     auto* const words = dynamic_cast<NyXmlEnumType<T>*>(&value);
     T found{};
-    return words != nullptr && (words->findEnumString(word, found) || words->enumString().empty());
+    return words != nullptr && words->findEnumString(word, found);
+}
+
+bool findsWord(NyBaseXmlBasicType& value, std::string const& word)
+{
+    return finds<unsigned char>(value, word) || finds<short>(value, word) || finds<unsigned short>(value, word) ||
+           finds<int>(value, word) || finds<unsigned int>(value, word) || finds<bool>(value, word) ||
+           finds<NyNonNegReal>(value, word);
 }
 
 } // namespace
@@ -195,13 +195,14 @@ NyXmlTextRule::NyXmlTextRule(NyBaseXmlBasicType& value)
 {
     if (!value.xmlInitialized())
         value.xmlInit();
-    if (isEnum(value)) {
-        m_theKind = Kind::WORDS;
-    } else if (dynamic_cast<NyXmlMemberKind const*>(&value) == nullptr) { // those say themselves what does not fit
+    if (dynamic_cast<NyXmlMemberKind const*>(&value) == nullptr) { // those say themselves what does not fit
         TypeListener listener;
         value.writeSchema(listener);
         if (listener.type() != nullptr)
             *this = NyXmlTextRule(*listener.type());
+        m_theWords = std::move(listener.words());
+        if (!m_theWords.empty()) // an enumeration without words takes any: its owner fills it where we do not see it
+            m_theKind = Kind::WORDS;
     }
     m_theValue = &value;
 }
@@ -221,13 +222,9 @@ bool NyXmlTextRule::matches(std::string_view text) const
     case Kind::REAL: return isEverydayReal(text, m_isFloat) || isReal(stripped(text), m_isFloat, value);
     case Kind::REAL_FROM_0:
         return (isEverydayReal(text, false) && text.front() != '-') || (isReal(stripped(text), false, value) && value >= 0);
-    case Kind::WORDS: {
-        std::string const word(text);
-        NyBaseXmlBasicType& v = *m_theValue;
-        return hasWord<unsigned char>(v, word) || hasWord<short>(v, word) || hasWord<unsigned short>(v, word) ||
-               hasWord<int>(v, word) || hasWord<unsigned int>(v, word) || hasWord<bool>(v, word) ||
-               hasWord<NyNonNegReal>(v, word);
-    }
+    case Kind::WORDS:
+        return std::find(m_theWords.begin(), m_theWords.end(), text) != m_theWords.end() ||
+               findsWord(*m_theValue, std::string(text));
     }
     return true;
 }

@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 #include <typeinfo>
+#include <vector>
 
 class NyBaseXmlBasicType;
 
@@ -45,6 +46,7 @@ private:
     unsigned long long m_theMost = 0;
     bool m_isFloat = false;
     bool m_doesEmptyFit = false;
+    std::vector<std::string> m_theWords; ///< of an enumeration
     NyBaseXmlBasicType* m_theValue = nullptr;
 };
 

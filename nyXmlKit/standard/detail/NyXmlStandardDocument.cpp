@@ -176,6 +176,7 @@ void NyXmlStandardReader::Document::takeAttributes(Event const& event)
 {
     m_nextAttribute = 0;
     m_attributeCount = 0;
+    m_repeated = nullptr;
     if (event.size != 0) {
         m_first = m_parser.attributesOf(event);
         Attribute* last = takeOwnBusiness(m_first, m_first + event.size);
@@ -183,7 +184,12 @@ void NyXmlStandardReader::Document::takeAttributes(Event const& event)
         auto const isOutOfOrder = [&](auto const& one, auto const& two) { return localName(one) >= localName(two); };
         if (std::adjacent_find(m_first, last, isOutOfOrder) != last) {
             std::stable_sort(m_first, last, [&](auto const& one, auto const& two) { return localName(one) < localName(two); });
-            last = std::unique(m_first, last, [&](auto const& one, auto const& two) { return localName(one) == localName(two); });
+            auto const isSame = [&](auto const& one, auto const& two) { return localName(one) == localName(two); };
+            Attribute* const repeated = std::adjacent_find(m_first, last, isSame);
+            if (repeated != last) {
+                m_repeated = repeated->name;
+                last = std::unique(repeated, last, isSame);
+            }
         }
         m_attributeCount = static_cast<std::size_t>(last - m_first);
     }

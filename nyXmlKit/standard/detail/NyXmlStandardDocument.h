@@ -51,6 +51,11 @@ public:
     std::string const& takeAttribute();
     std::size_t attributes() const noexcept { return m_attributeCount; }
     std::size_t attributesLeft() const noexcept { return m_attributesLeft; }
+    /// A local name that attributes of different prefixes have, of which the first one counts.
+    std::string const& repeatedAttribute() const
+    {
+        return m_repeated != nullptr ? m_repeated->token.localName() : NyXmlFileReader::m_theNullString;
+    }
     void dropAttributes() noexcept;
 
     // Content
@@ -150,6 +155,7 @@ private:
     std::vector<Binding> m_bindings;
 
     Attribute* m_first = nullptr; ///< of the last tag, ordered by local name
+    Name const* m_repeated = nullptr;
     std::size_t m_attributeCount = 0;
     std::size_t m_attributesLeft = 0;
     std::size_t m_nextAttribute = 0;        ///< those before it are taken
