@@ -211,6 +211,11 @@ public:
     /// The number of that text, if it is an everyday one. False, and nothing has changed, for all others.
     bool takeAttributeReal(double& number);
 
+    /// Whether the delimiter, or a word, is still to come, so that a fast path for it returns. What stands in front of it is given up, as the
+    /// fast path would do.
+    bool findForFastPath(char delimiter) { return m_theBlock.findDelim(delimiter); }
+    bool findWordForFastPath() { return m_theBlock.findNextWord(); }
+
     /// Takes a whole entry of a map, `<element><key>text</key><value>text</value></element>`, and stands behind it as after its last event.
     ///
     /// False, and nothing has changed, for everything else that may come: an entry with attributes or other names, an empty text, or

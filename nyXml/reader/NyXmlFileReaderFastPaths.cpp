@@ -107,7 +107,7 @@ bool NyXmlFileReader::takeAttributeReal(double& number)
 bool NyXmlFileReader::takeAttributeText(std::string_view& text)
 {
     std::string_view const block = m_theBlock.text();
-    std::size_t open = m_theBlock.index() == none ? none : block.find('"', m_theBlock.index());
+    std::size_t const open = m_theBlock.index() == none ? none : block.find('"', m_theBlock.index());
     std::size_t const close = open == none ? none : block.find('"', open + 1);
     if (close != none) {
         text = block.substr(open + 1, close - open - 1);
@@ -116,12 +116,8 @@ bool NyXmlFileReader::takeAttributeText(std::string_view& text)
             return true;
         }
     }
-    while (open == none) { // as moveToDelim(), but for the end
-        m_theBlock.moveToBlockEnd();
-        if (!m_theBlock.readBlock(false) && m_theBlock.isStreamAtEnd())
-            return false;
-        open = m_theBlock.text().find('"', m_theBlock.index());
-    }
+    if (!m_theBlock.findDelim('"'))
+        return false;
     text = NyXmlFileReader::getAttributeValueFast();
     return true;
 }

@@ -208,6 +208,11 @@ protected:
     /// The factory of a reader that was given none: a new NyXmlFactory.
     virtual NyBaseXmlFactory* newFactory() const;
 
+    /// Whether a fast path for what begins, or ends, with this byte would return, and the same for a word. For a subclass that makes them
+    /// return at the end of the input, too. What stands in front is given up.
+    bool findForFastPath(char delimiter) { return m_theTop->findForFastPath(delimiter); }
+    bool findWordForFastPath() { return m_theTop->findWordForFastPath(); }
+
     /// A name that the last tag gave to more than one attribute, see NyXmlFileReader.
     std::string const& repeatedAttribute() const { return m_theTop->repeatedAttribute(); }
 

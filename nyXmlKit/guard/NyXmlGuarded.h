@@ -132,9 +132,30 @@ public:
         return checked(text, false);
     }
 
-    /// Where the core's own would not return, at the end of the input, the text is empty and the mode XML_READER_EOF. The other fast
-    /// paths are the base's, with their promises.
+    // Where the core's own fast paths would not return, at the end of the input, the text is empty and the mode XML_READER_EOF, or
+    // XML_READER_ERROR if it is a limit that has ended it.
+
+    std::string const& getComplexStartTagFast() override
+    {
+        return fastFrom('<', [this]() -> std::string const& { return Base::getComplexStartTagFast(); });
+    }
+    std::string const& getSimpleStartTagFast() override
+    {
+        return fastFrom('<', [this]() -> std::string const& { return Base::getSimpleStartTagFast(); });
+    }
     std::string const& getAttributeValueFast() override;
+    std::string const& getLastAttributeValueFast() override;
+    std::string const& getContentByWordFast() override
+    {
+        return fastFrom(aWord, [this]() -> std::string const& { return Base::getContentByWordFast(); });
+    }
+    void getEndTagFast() override
+    {
+        fastFrom('>', [this]() -> std::string const& {
+            Base::getEndTagFast();
+            return NyXmlFileReader::m_theNullString;
+        });
+    }
 
 protected:
     /// The text of the event, when it has just come.
@@ -241,6 +262,8 @@ private:
             NyXmlGuardState::leave();
     }
 
+    static constexpr char aWord = '\0';
+
     template <class Call>
     std::string const& fast(Call call)
     {
@@ -248,6 +271,20 @@ private:
             return NyXmlFileReader::m_theNullString;
         NyXmlGuardState::anEventIsDue();
         return checked(call(), false);
+    }
+
+    /// \param first  what the core's reader looks for without an end
+    template <class Call>
+    std::string const& fastFrom(char first, Call call)
+    {
+        return fast([this, first, call]() -> std::string const& {
+            if constexpr (std::is_same_v<Base, NyXmlReader>) {
+                m_isInputOver = !(first == aWord ? this->findWordForFastPath() : this->findForFastPath(first));
+                if (m_isInputOver)
+                    return NyXmlFileReader::m_theNullString;
+            }
+            return call();
+        });
     }
 
     bool takeLink(std::string& href);
@@ -331,6 +368,18 @@ std::string const& NyXmlGuarded<Base>::getAttributeValueFast()
         });
     else
         return fast([this]() -> std::string const& { return Base::getAttributeValueFast(); });
+}
+
+template <class Base>
+std::string const& NyXmlGuarded<Base>::getLastAttributeValueFast()
+{
+    if constexpr (std::is_same_v<Base, NyXmlReader>) {
+        std::string const& text = NyXmlGuarded::getAttributeValueFast();
+        NyXmlGuarded::getEndTagFast();
+        return text;
+    } else {
+        return fast([this]() -> std::string const& { return Base::getLastAttributeValueFast(); });
+    }
 }
 
 template <class Base>

@@ -72,6 +72,51 @@ TEST(Guard, LimitsHoldExactly)
         EXPECT_EQ(endOf(result), row.end) << result.str();
         EXPECT_FALSE(result.isWhole);
         EXPECT_FALSE(result.isCancelled);
+
+        if (row.limit == &Guard::depth || row.limit == &Guard::attributes) {
+            options.strictness = NyXmlReadOptions::Strictness::LEFT_OUT_FITS;
+            EXPECT_EQ(endOf(readText(row.document, object, options)), row.end) << "read strictly";
+        }
+    }
+}
+
+// Classes of applications read by the fast paths, too, which in the core's reader have no end of their own.
+TEST(Guard, FastPathsReturnAtTheEnd)
+{
+    struct Row {
+        char const* name;
+        std::function<std::string(NyXmlReader&)> next;
+        char const* all; ///< what it gives, call by call
+    };
+    Row const rows[] = {
+        { "complex tag", [](NyXmlReader& reader) { return reader.getComplexStartTagFast(); }, "a,/a,,," },
+        { "simple tag", [](NyXmlReader& reader) { return reader.getSimpleStartTagFast(); }, "a x=\"1\",/a,,," },
+        { "attribute", [](NyXmlReader& reader) { return reader.getAttributeValueFast(); }, "1,,,," },
+        { "last attribute", [](NyXmlReader& reader) { return reader.getLastAttributeValueFast(); }, "1,,,," },
+        { "word", [](NyXmlReader& reader) { return reader.getContentByWordFast(); }, ",a,x=\"1\",>,23,,/a,>,,," },
+        { "end tag", [](NyXmlReader& reader) { return reader.getEndTagFast(), std::string("."); }, ".,.,.,.," },
+    };
+    std::string const document = "<a x=\"1\" > 23\n</a >\n";
+    for (Row const& row : rows) {
+        SCOPED_TRACE(row.name);
+        std::istringstream stream(document);
+        NyXmlGuardedReader reader("doc.xml", stream, Guard());
+        std::string all;
+        while (all.size() < std::string(row.all).size())
+            all += row.next(reader) + ',';
+        EXPECT_EQ(all, row.all);
+        EXPECT_EQ(reader.mode(), NyXmlFileReader::XML_READER_EOF);
+        EXPECT_EQ(reader.brokenLimit(), Guard::Limit::NONE);
+
+        Messages messages;
+        Guard guard;
+        guard.bytes = 2;
+        std::istringstream cut(document);
+        NyXmlGuardedReader limited("doc.xml", cut, guard);
+        for (int i = 0; i != 5; ++i)
+            row.next(limited);
+        EXPECT_EQ(limited.mode(), NyXmlFileReader::XML_READER_ERROR);
+        EXPECT_EQ(messages.text(), "NyXmlGuard Error: limit broken: bytes: more than 2 of them.\n\tFile: doc.xml\n\tLine: 1\n");
     }
 }
 

@@ -284,6 +284,32 @@ void NyXmlTextBlock::moveToNextWord()
     moveToIndex(found);
 }
 
+bool NyXmlTextBlock::findDelim(char delimiter)
+{
+    std::size_t found = m_theIndex == none ? none : text().find(delimiter, m_theIndex);
+    while (found == none) {
+        moveToBlockEnd();
+        if (!readBlock(false) && isStreamAtEnd())
+            return false;
+        found = text().find(delimiter, m_theIndex);
+    }
+    moveToIndex(found);
+    return true;
+}
+
+bool NyXmlTextBlock::findNextWord()
+{
+    std::size_t found = NyWhiteSpace::findBlack(text(), std::min(m_theIndex, m_size));
+    while (found == m_size) {
+        moveToBlockEnd();
+        if (!readBlock(false) && isStreamAtEnd())
+            return false;
+        found = NyWhiteSpace::findBlack(text(), std::min(m_theIndex, m_size));
+    }
+    moveToIndex(found);
+    return true;
+}
+
 void NyXmlTextBlock::ensureNewlineExists()
 {
     if (m_newline >= m_theIndex && m_newline < m_size && m_theBlock[m_newline] == '\n')

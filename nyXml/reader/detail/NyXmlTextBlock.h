@@ -74,6 +74,10 @@ public:
     void moveToDelim(char delimiter);
     void moveToNextWord();
 
+    /// The same for who does not know: false at the end of the input.
+    bool findDelim(char delimiter);
+    bool findNextWord();
+
     /// Afterwards the line under the cursor can be searched without a refill, if it is shorter than a block.
     void ensureNewlineExists();
 
