@@ -85,11 +85,9 @@ Report reportOf(std::string const& name)
     gpx::Gpx document;
     for (NyXmlFault const& fault : NyXmlFile::read(name, document, options).faults) {
         using Kind = NyXmlFault::Kind;
-        // The root's version is the format's, but the reader takes it for the library's: unfit, and kept from the model.
-        bool const isVersion = fault.kind == Kind::VERSION || (fault.kind == Kind::MISSING_MEMBER && fault.path == "gpx");
         if (fault.kind == Kind::UNKNOWN_MEMBER) // what programs add of their own
             ++report.figures.unknown;
-        else if (!isVersion)
+        else
             addFault(report, fault.str());
     }
     gpx::Summary const summary = gpx::summaryOf(document);

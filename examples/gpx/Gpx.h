@@ -57,7 +57,7 @@ struct Gpx : Part<Gpx> {
     static constexpr auto xmlName = "http://www.topografix.com/GPX/1/1#gpx";
     void registerComponents() override
     {
-        attribute("version", version), requiredAttribute("creator", creator); // readers take a root's version for the library's
+        attribute("version", version), requiredAttribute("creator", creator);
         elements("metadata", metadata, "wpt", waypoints, "rte", routes, "trk", tracks, "extensions", more);
         registerComponentReadOnly("time", &metadata.time), registerComponentReadOnly("bounds", &metadata.bounds); // of GPX 1.0
     }

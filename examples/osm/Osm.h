@@ -88,7 +88,7 @@ struct Osm : NyXmlModel<Osm> {
         attributes("version", version, "generator", generator);
         elements("bounds", bounds, "node", nodes, "way", ways, "relation", relations);
     }
-    Text version = std::string("0.6"); // readers take the root's version for the library's, and away
+    Text version = std::string("0.6");
     OptionalText generator;
     NyXmlOptional<Bounds> bounds;
     NyXmlRepeated<Node> nodes;
