@@ -106,6 +106,23 @@ TEST(FileRead, FaultsHaveTheirPlace)
     }
 }
 
+// The same kinds for the same faults, though it is another parser that tells them.
+TEST(FileRead, FaultsOfStandardDocuments)
+{
+    NyXmlReadOptions options;
+    options.dialect = NyXmlDialect::STANDARD;
+    EXPECT_EQ(faultsOf<FileJoint>("", options), "NOT_WELL_FORMED 1 ");
+    EXPECT_EQ(faultsOf<FileJoint>("<arm/>", options), "ROOT 1 arm");
+    for (char const* rest : { "", "1", "<", "<b c='", "<![CDATA[" })
+        EXPECT_EQ(faultsOf<FileJoint>(std::string("<joint>\n<angle>") + rest, options), "BROKEN_OFF 2 joint/angle");
+    EXPECT_EQ(faultsOf<FileJoint>("<joint/>\n<joint/>", options), "BEHIND_ROOT 2 ");
+    EXPECT_EQ(faultsOf<FileJoint>("<joint/> x", options), "BEHIND_ROOT 1 ");
+    EXPECT_EQ(faultsOf<FileJoint>("<joint><angle/>\n\nx</joint>", options), "VALUE 3 joint");
+    EXPECT_EQ(faultsOf<FileJoint>("<joint>\n<angle>1</angel></joint>", options), "NOT_WELL_FORMED 2 joint/angle");
+    EXPECT_EQ(faultsOf<FileJoint>("<joint>\n<angle>&x;</angle></joint>", options), "NOT_WELL_FORMED 2 joint/angle");
+    EXPECT_EQ(faultsOf<FileJoint>("<joint>\n<reech/></joint>", options), "UNKNOWN 2 joint/reech");
+}
+
 TEST(FileRead, AFaultInPiecesIsOne)
 {
     FileJoint joint;

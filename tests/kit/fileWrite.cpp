@@ -140,6 +140,10 @@ TEST(FileWrite, AFailureLeavesTheOldDocument)
     EXPECT_EQ(contentOf(path), "old");
     EXPECT_EQ(filesIn(folder.path()), 1u);
 
+    fs::create_symlink("circle.xml", folder.path("circle.xml"));
+    EXPECT_EQ(NyXmlFile::write(folder.path("circle.xml"), numbers, options).failedStep, Step::OPEN);
+    EXPECT_TRUE(fs::is_symlink(folder.path("circle.xml")));
+    EXPECT_EQ(NyXmlFile::write("", numbers, options).failedStep, Step::OPEN);
     EXPECT_EQ(NyXmlFile::write(folder.path("none/a.xml"), numbers, options).str().substr(0, 54),
               "the file cannot be made: No such file or directory\n");
     EXPECT_EQ(NyXmlFile::write(folder.path(), numbers, options).failedStep, Step::OPEN);

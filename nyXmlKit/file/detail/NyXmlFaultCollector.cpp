@@ -49,6 +49,16 @@ Kind kindOf(std::string_view text)
     return Kind::BAD_VALUE;
 }
 
+/// Of a document that is not well formed, what the parser of XML 1.0 says in its own words.
+Kind kindOfIllFormed(std::string_view text, bool isInRoot)
+{
+    if (contains(text, "junk after document element"))
+        return Kind::BEHIND_ROOT;
+    bool const isAtEnd =
+        contains(text, "no element found") || contains(text, "unclosed token") || contains(text, "unclosed CDATA");
+    return isAtEnd && isInRoot ? Kind::BROKEN_OFF : Kind::NOT_WELL_FORMED;
+}
+
 /// The lines of a message in one, without those that say where.
 std::string oneLine(std::string_view message)
 {
@@ -162,17 +172,19 @@ void NyXmlFaultCollector::flush()
     std::string const text = std::exchange(m_theText, std::string());
     if (m_isDropped || (m_theTold.attributeCounts && contains(text, " attributes needed, but ")))
         return;
-    Kind const kind = kindOf(text);
+    Kind kind = kindOf(text);
     if (m_theTold.sizes && kind == Kind::WRONG_SIZE)
         return;
     if (m_theType != Ny::Print::FAULT && kind != Kind::WRONG_SIZE) {
         m_theNotices.push_back(oneLine(text));
         return;
     }
-    if (kind == Kind::NOT_WELL_FORMED)
+    if (kind == Kind::NOT_WELL_FORMED) {
         m_theErrorCode = 1;
-    else if (contains(text, "possibly not valid") && m_theErrorCode == 0)
+        kind = kindOfIllFormed(text, !m_thePlace.path.empty());
+    } else if (contains(text, "possibly not valid") && m_theErrorCode == 0) {
         m_theErrorCode = 2;
+    }
     m_thePlace.kind = kind;
     m_thePlace.text = oneLine(text);
     keep(std::move(m_thePlace));

@@ -90,7 +90,9 @@ NyXmlFileOutput::NyXmlFileOutput(std::string const& path) : std::ostream(nullptr
     rdbuf(&m_theBuffer);
     struct stat old {};
     bool const isThere = stat(m_theTarget.c_str(), &old) == 0;
-    if (isThere && !S_ISREG(old.st_mode)) { // a pipe, a terminal: nothing can take its place
+    if (!isThere && (errno != ENOENT || m_theTarget.empty())) {
+        fail(Step::OPEN, errno);                   // links in a circle, say: there is no place to write to
+    } else if (isThere && !S_ISREG(old.st_mode)) { // a pipe, a terminal: nothing can take its place
         m_theBuffer.descriptor = open(m_theTarget.c_str(), O_WRONLY | O_CLOEXEC | O_NOCTTY);
         if (m_theBuffer.descriptor < 0)
             fail(Step::OPEN, errno);

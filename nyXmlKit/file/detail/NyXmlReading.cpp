@@ -183,7 +183,13 @@ void NyXmlReading::readWith(Reader& reader, NyXmlObject& object)
     m_theOpenElements = [&reader] { return reader.openElements(); };
     if (m_theChecker != nullptr)
         m_theFaults.setReader(
-            &reader, [this] { return m_theChecker->names(); }, [this] { return m_theChecker->tells(); });
+            &reader,
+            [this, &reader] { // the checker is ahead at a text, the reader at a tag that breaks a limit
+                std::vector<NyToken> names = m_theChecker->names();
+                std::vector<NyToken> open = reader.openElements();
+                return open.size() > names.size() ? open : names;
+            },
+            [this] { return m_theChecker->tells(); });
     else
         m_theFaults.setReader(&reader, m_theOpenElements);
     if (m_theOptions.prepare)

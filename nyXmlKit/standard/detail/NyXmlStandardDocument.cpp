@@ -44,6 +44,7 @@ void NyXmlStandardReader::Document::report(char const* kind, std::string_view te
 
 void NyXmlStandardReader::Document::warn(std::string_view text, int line)
 {
+    m_line = line; // for who listens and asks where
     report("file possibly not valid.", text, line);
     if (m_errorCode == 0)
         m_errorCode = 2;
@@ -133,9 +134,9 @@ void NyXmlStandardReader::Document::advance() noexcept
 
 Mode NyXmlStandardReader::Document::fault(Event const& event)
 {
+    m_line = event.line != 0 ? event.line : m_line;
     if (event.column != 0) // else it was others who ended the reading
         report("file not well formed.", m_parser.textOf(event), event.line, event.column);
-    m_line = event.line != 0 ? event.line : m_line;
     m_errorCode = 1;
     return m_mode = NyXmlFileReader::XML_READER_ERROR;
 }
