@@ -22,7 +22,8 @@ std::string oneOf(Random& random, std::vector<std::string> const& texts) { retur
 
 std::string aside(Random& random)
 {
-    return oneOf(random, { "", "", "", "\n  ", "<!-- c -->", "<!-- <x> - y='1' --->", "<?pi x?>" });
+    return oneOf(random,
+                 { "", "", "", "\n  ", "\r\n", "\n                    ", "<!-- c -->", "<!-- <x> - y='1' --->", "<?pi x?>" });
 }
 
 void addElement(Random& random, std::string& document, int depth)
@@ -32,12 +33,12 @@ void addElement(Random& random, std::string& document, int depth)
     document += "<" + name;
     for (auto count = random() % 4; count != 0; --count) {
         std::string const quote = oneOf(random, { "'", "\"" });
-        document +=
-            oneOf(random, { " ", "\n" }) + oneOf(random, { "b", "c", "cc", "x:b", "xmlns", "xmlns:x", "xmlnsx", "xsi:t" }) +
-            oneOf(random, { "=", " = " }) + quote +
-            oneOf(random,
-                  { "1", "", "a#b", "a#b#c", "'", "\"", "p q", "two\nlines", NyXmlFileReader::m_schemaInstanceNamespace }) +
-            quote;
+        document += oneOf(random, { " ", "\n" }) +
+                    oneOf(random, { "b", "c", "cc", "x:b", "xmlns", "xmlns:x", "xmlnsx", "xsi:t" }) +
+                    oneOf(random, { "=", " = " }) + quote +
+                    oneOf(random, { "1", "", "a#b", "a#b#c", "'", "\"", "p q", "two\nlines", "sixteen & more",
+                                    "one & two#and # more than thirty-two bytes", NyXmlFileReader::m_schemaInstanceNamespace }) +
+                    quote;
     }
     auto const shape = random() % 10;
     document += shape == 0 ? "/>" : ">";
@@ -45,7 +46,9 @@ void addElement(Random& random, std::string& document, int depth)
         return;
     document += aside(random);
     if (shape < 5 || depth > 5)
-        document += oneOf(random, { "text", " 1 2  3 ", "", "\n1 2\n", "&amp;" }) + aside(random);
+        document += oneOf(random, { "text", " 1 2  3 ", "", "\n1 2\n", "&amp;", "sixteen bytes too",
+                                    " a text of more than thirty-two bytes " }) +
+                    aside(random);
     else
         for (auto count = random() % 4; count != 0; --count) {
             addElement(random, document, depth + 1);

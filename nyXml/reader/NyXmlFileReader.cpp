@@ -180,16 +180,20 @@ NyXmlFileReader::XML_READER_MODE NyXmlFileReader::readXml()
         m_theContent.clear();
         m_theContentVectorFlag = false;
         break;
-    case XML_READER_EMPTY_TAG:
-        if (!m_theElementStack.empty())
-            m_theElementStack.pop();
-        break;
+    case XML_READER_EMPTY_TAG: return eventBehindEmptyTag();
     case XML_READER_ERROR: warnMessage("error mode encountered."); return XML_READER_ERROR;
     case XML_READER_EOF: return anyEvent();
     case XML_READER_END_TAG:
     case XML_READER_CONTENT: break;
     }
-    return way() == Way::IN_PLACE ? everydayEvent() : anyEvent();
+    return nextStep();
+}
+
+NyXmlFileReader::XML_READER_MODE NyXmlFileReader::eventBehindEmptyTag()
+{
+    if (!m_theElementStack.empty())
+        m_theElementStack.pop();
+    return nextStep();
 }
 
 // The step to the next event, and whether that may follow this one.

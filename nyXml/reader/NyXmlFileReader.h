@@ -307,6 +307,7 @@ private:
     XML_READER_MODE everydayText(char const* text);
     XML_READER_MODE everydayEndTag(char const* at, std::string_view content);
     XML_READER_MODE everydayStartTag(char const* at);
+    XML_READER_MODE everydayTag(char const* at);
     XML_READER_MODE nextEventInPlace();
     XML_READER_MODE walkInPlace(bool& isEndOfRun);
     std::size_t findTagInPlace(std::size_t& white);
@@ -317,6 +318,8 @@ private:
     bool attributesInPlace(std::string_view text);
 
     // What both ways share.
+    XML_READER_MODE nextStep() { return m_theWay == Way::IN_PLACE ? everydayEvent() : anyEvent(); }
+    XML_READER_MODE eventBehindEmptyTag();
     XML_READER_MODE anyEvent();
     XML_READER_MODE endInText(bool isText);
     XML_READER_MODE textOutOfPlace();

@@ -8,12 +8,13 @@
 #include <nyXml/core/detail/NyShortText.h>
 #include <nyXml/core/detail/NyWhiteSpace.h>
 #include <nyXml/reader/detail/NyXmlTagText.h>
+#include <nyXml/reader/detail/NyXmlTextSearch.h>
 #include <nyXml/reader/detail/NyXmlWordSink.h>
 
-#include <cstring>
 #include <utility>
 
 using namespace NyXmlTagText;
+using namespace NyXmlTextSearch;
 
 namespace {
 
@@ -46,12 +47,18 @@ struct StartTag {
         if (name.empty() || !endsNameOfTag[static_cast<unsigned char>(*at)])
             return false;
         for (NyXmlName* last = known; *at != '>';) {
-            at = skipWhite(at);
-            if (*at == '/' && at[1] == '>')
-                ++at;
-            if (*at == '>')
-                break;
-            last = takeAttribute(at, last != nullptr ? *last : names.noName(), names, attributes);
+            NyXmlName& before = last != nullptr ? *last : names.noName();
+            if (NyXmlName* const next = before.attribute; next != nullptr && next->attributePattern.isAt(at)) {
+                at += next->attributeStart.size();
+                last = addAttribute(at, '"', next->token.localName(), next, attributes);
+            } else {
+                at = skipWhite(at);
+                if (*at == '/' && at[1] == '>')
+                    ++at;
+                if (*at == '>')
+                    break;
+                last = takeAttribute(at, before, names, attributes);
+            }
             if (at == nullptr)
                 return false;
         }
@@ -60,14 +67,28 @@ struct StartTag {
     }
 
 private:
+    /// One that is not the expected one, or not written the usual way.
     /// \param at  becomes the place behind it, null for an odd one. \return its name if there is a place for it
-    static NyXmlName* takeAttribute(char const*& at, NyXmlName& last, NyXmlNameTable& names, NyXmlAttributeList& attributes)
+    static NyXmlName* takeAttribute(char const*& at, NyXmlName& before, NyXmlNameTable& names, NyXmlAttributeList& attributes)
     {
         char const* const start = at;
-        NyXmlName* const known = names.take(at, last.attribute, endsBareAttributeName);
+        NyXmlName* const known = names.take(at, before.attribute, endsBareAttributeName);
         std::string_view const name(start, static_cast<std::size_t>(at - start));
+        char const quote = *at == '=' ? at[1] : '\0';
+        if (name.empty() || (quote != '"' && quote != '\'')) {
+            at = nullptr;
+            return nullptr;
+        }
+        at += 2;
+        return addAttribute(at, quote, name, known, attributes);
+    }
+
+    /// From its value on.
+    static NyXmlName* addAttribute(char const*& at, char quote, std::string_view name, NyXmlName* known,
+                                   NyXmlAttributeList& attributes)
+    {
         std::string_view value;
-        if (name.empty() || *at != '=' || beginsWith(name, "xmlns") || !takeQuoted(++at, value))
+        if (beginsWith(name, "xmlns") || !takeValue(at, quote, value))
             at = nullptr;
         else
             attributes.add(name, value, known != nullptr ? &known->token : nullptr);
@@ -91,7 +112,7 @@ NyXmlFileReader::XML_READER_MODE NyXmlFileReader::everydayEvent()
 
 NyXmlFileReader::XML_READER_MODE NyXmlFileReader::everydayText(char const* text)
 {
-    auto const* const open = static_cast<char const*>(std::memchr(text, '<', m_theBlock.sizeFrom(text)));
+    char const* const open = findTag(text, m_theBlock.sizeFrom(text));
     if (open == nullptr || open[1] != '/')
         return anyEvent();
     return everydayEndTag(open + 2, withoutWhiteEnd({ text, static_cast<std::size_t>(open - text) }));
@@ -104,7 +125,7 @@ NyXmlFileReader::XML_READER_MODE NyXmlFileReader::everydayEndTag(char const* at,
     if (name == nullptr || !name->pattern.isAt(at) || at[name->pattern.size()] != '>')
         return anyEvent();
     m_theBlock.moveTo(at + name->pattern.size() + 1);
-    m_theElementStack.pop();
+    m_theElementStack.popBare();
     if (content.empty())
         return m_theMode = XML_READER_END_TAG;
     m_theContent.lookAt(content);
@@ -113,6 +134,21 @@ NyXmlFileReader::XML_READER_MODE NyXmlFileReader::everydayEndTag(char const* at,
 
 // From its name on.
 NyXmlFileReader::XML_READER_MODE NyXmlFileReader::everydayStartTag(char const* at)
+{
+    NyXmlName* const expected = m_theLastElement->elements[m_theMode];
+    if (expected == nullptr || !expected->pattern.isAt(at) || at[expected->pattern.size()] != '>' || !m_theAttributes.isSpent() ||
+        !m_theElementStack.hasRecord())
+        return everydayTag(at);
+    m_theAttributes.clear();
+    m_theBlock.moveTo(at + expected->pattern.size() + 1);
+    m_theLastElement = expected;
+    m_theElementStack.push(*expected);
+    m_theNumOfAttributes = 0;
+    return m_theMode = XML_READER_START_TAG;
+}
+
+// The same of one with attributes, or whose name is not the one that was expected.
+NyXmlFileReader::XML_READER_MODE NyXmlFileReader::everydayTag(char const* at)
 {
     if (m_theAttributes.remaining() != 0)
         return anyEvent(); // somebody is to be warned of them

@@ -28,6 +28,9 @@ public:
     NyXmlAttributeList& operator=(NyXmlAttributeList const& other);
     ~NyXmlAttributeList() = default;
 
+    /// Whether it is plain to see that none remains.
+    bool isSpent() const noexcept { return m_isSorted && m_remaining == 0; }
+
     /// Whether some tag had so many attributes that what they took is better given back.
     bool isLarge() const noexcept { return m_slots.size() > 64; }
 
@@ -57,7 +60,7 @@ public:
     {
         if (!m_entries.empty() && compare(m_entries.back().m_name, name) >= 0)
             m_isSorted = false;
-        m_entries.push_back({ name, value, token, nullptr, false, false });
+        m_entries.emplace_back(name, value, token);
         ++m_remaining;
     }
 
@@ -82,7 +85,7 @@ public:
     NyToken const* firstName() const
     {
         settle();
-        return m_first != m_entries.size() ? &tokenOf(m_entries[m_first]) : nullptr;
+        return m_remaining != 0 ? &tokenOf(m_entries[m_first]) : nullptr;
     }
 
     /// The stored name that has this local name, null if there is none.
@@ -93,7 +96,7 @@ public:
     bool takeFirst(std::string_view& value)
     {
         settle();
-        return m_first != m_entries.size() && takeOut(m_entries[m_first], value);
+        return m_remaining != 0 && takeOut(m_entries[m_first], value);
     }
     bool take(std::string const& localName, std::string_view& value);
 
@@ -108,12 +111,15 @@ private:
         std::string m_value;
     };
     struct Entry {
+        Entry(std::string_view name, std::string_view value, NyToken const* token) : m_name(name), m_value(value), m_token(token)
+        {}
+
         std::string_view m_name;
         std::string_view m_value;
         NyToken const* m_token; ///< null as long as nobody asks
-        Slot* m_slot;           ///< null as long as it has nothing of its own
-        bool m_isTaken;
-        bool m_isOwned;
+        Slot* m_slot = nullptr; ///< null as long as it has nothing of its own
+        bool m_isTaken = false;
+        bool m_isOwned = false;
     };
 
     /// Most names differ in their first byte.
@@ -141,9 +147,9 @@ private:
     {
         value = entry.m_value;
         entry.m_isTaken = true;
-        --m_remaining;
-        while (m_first != m_entries.size() && m_entries[m_first].m_isTaken)
-            ++m_first;
+        if (--m_remaining != 0)
+            while (m_entries[m_first].m_isTaken)
+                ++m_first;
         return true;
     }
 
@@ -151,7 +157,7 @@ private:
     mutable std::deque<Slot> m_slots; ///< a deque: names handed out stay where they are when it grows
     mutable std::size_t m_slotsUsed = 0;
     mutable std::size_t m_remaining = 0;
-    mutable std::size_t m_first = 0; ///< of those that are not taken
+    mutable std::size_t m_first = 0; ///< of those that are not taken, if any is left
     mutable bool m_isSorted = true;  ///< and without doubles; otherwise sorted at once when somebody looks
     mutable bool m_isAnyRepeated = false;
     mutable std::string m_repeated; ///< good if one is

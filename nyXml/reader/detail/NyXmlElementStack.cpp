@@ -72,6 +72,7 @@ void NyXmlElementStack::bind(std::string const& prefix, std::string const& text)
         return;
     m_declared.push_back(prefix);
     ++m_top->m_declarations;
+    m_top->m_bareName = nullptr;
 }
 
 NyXmlElementStack& NyXmlElementStack::operator=(NyXmlElementStack const& other)

@@ -38,7 +38,8 @@ public:
     /// The names of the open elements, outermost first.
     std::vector<NyToken> names() const;
 
-    /// The innermost element's name if an end tag of exactly its bytes closes it; null if that takes a closer look.
+    /// The innermost element's name if an end tag of exactly its bytes closes it and it has declared nothing; null if that takes a closer
+    /// look.
     NyXmlName const* bareName() const noexcept { return m_depth != 0 ? m_top->m_bareName : nullptr; }
 
     /// Opens an element that is as yet nameless: it goes by the name of the one around it.
@@ -75,6 +76,16 @@ public:
         --m_depth;
         m_top = m_top->m_outer;
     }
+
+    /// The same of one that has a bareName().
+    void popBare() noexcept
+    {
+        --m_depth;
+        m_top = m_top->m_outer;
+    }
+
+    /// Whether the next push() of a name makes no new record.
+    bool hasRecord() const noexcept { return inner() != nullptr; }
 
     /// The element that was popped last, as long as no other was opened since.
     NyToken const& popped() const noexcept { return *inner()->m_name; }

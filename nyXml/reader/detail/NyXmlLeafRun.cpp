@@ -6,10 +6,9 @@
 #include <nyXml/reader/NyXmlReader.h>
 #include <nyXml/reader/detail/NyXmlShortcuts.h>
 #include <nyXml/reader/detail/NyXmlTagText.h>
+#include <nyXml/reader/detail/NyXmlTextSearch.h>
 
-#include <cstring>
-
-using NyXmlTagText::skipTo, NyXmlTagText::skipWhite;
+using NyXmlTagText::skipTo, NyXmlTextSearch::skipWhite;
 
 namespace {
 
@@ -76,7 +75,7 @@ bool NyXmlLeafRun::takeText(NyToken const& token, std::string_view& text)
     char const* const start = behindTagName(token.localName());
     if (start == nullptr || *start != '>')
         return false;
-    auto const* const close = static_cast<char const*>(std::memchr(start, '<', static_cast<std::size_t>(m_end - start)));
+    char const* const close = NyXmlTextSearch::findTag(start, static_cast<std::size_t>(m_end - start));
     if (close == nullptr || !takeTextUpTo(close, start + 1, token))
         return false;
     text = m_text;

@@ -18,12 +18,19 @@
 /// with those is as a rule all that it takes to know what stands there.
 struct NyXmlName {
     NyXmlName() : NyXmlName(std::string_view()) {}
-    explicit NyXmlName(std::string_view name) : token(std::string(), std::string(name)), pattern(token.localName()) {}
-    NyXmlName(NyXmlName const&) = delete; // the pattern looks at the token
+    explicit NyXmlName(std::string_view name)
+        : token(std::string(), std::string(name)),
+          pattern(token.localName()),
+          attributeStart(' ' + token.localName() + "=\""),
+          attributePattern(attributeStart)
+    {}
+    NyXmlName(NyXmlName const&) = delete; // the patterns look at the texts
     NyXmlName& operator=(NyXmlName const&) = delete;
 
     NyToken const token; ///< without a namespace
     NyShortText::Pattern const pattern;
+    std::string const attributeStart; ///< ` name="`: how nearly all writers put an attribute of this name in front of its value
+    NyShortText::Pattern const attributePattern;
     /// What came behind the start tag of this name, by the event that was the last before it: its first child, its next sibling, what
     /// stands behind the element around it. Null if nothing is known.
     std::array<NyXmlName*, 6> elements{};

@@ -31,21 +31,7 @@ inline constexpr Table endsLocalElementName = tableOf(" \t\n\r#");
 inline constexpr Table endsAttributeName = tableOf(" \t\n\r=:");
 inline constexpr Table endsLocalAttributeName = tableOf(" \t\n\r=");
 
-// A walk from place to place needs no look at the end of the block, for there is a zero byte, which ends each of them.
-
-/// As a rule there is the end of a line and an indentation, or nothing.
-inline char const* skipWhite(char const* at) noexcept
-{
-    if (*at == '\n')
-        ++at;
-    while (*at == ' ')
-        ++at;
-    while (NyWhiteSpace::is(*at))
-        ++at;
-    return at;
-}
-
-/// Hot: once for each byte of an attribute's value. Four at a time take two thirds of the instructions.
+/// Four at a time take two thirds of the instructions.
 inline char const* skipTo(Table const& table, char const* at) noexcept
 {
     auto const isHere = [&table](char c) { return table[static_cast<unsigned char>(c)]; };
@@ -59,27 +45,6 @@ inline char const* skipTo(Table const& table, char const* at) noexcept
         if (isHere(at[3]))
             return at + 3;
     }
-}
-
-/// Steps over a value in quotes. \param value  what is between them, less what is up to a `#`.
-/// \return false if it does not begin here, or if the tag or the block ends before it does
-inline bool takeQuoted(char const*& at, std::string_view& value) noexcept
-{
-    char const quote = *at;
-    if (quote != '"' && quote != '\'')
-        return false;
-    char const* const start = ++at;
-    char const* first = start;
-    while (*(at = skipTo(endsPlainValue, at)) != quote) {
-        if (*at == '>' || *at == '\0')
-            return false;
-        if (*at == '#' && first == start)
-            first = at + 1;
-        ++at;
-    }
-    value = { first, static_cast<std::size_t>(at - first) };
-    ++at;
-    return true;
 }
 
 /// text.size() if there is none.
@@ -98,7 +63,7 @@ bool beginsWith(std::string_view text, char const (&start)[N])
 
 inline std::string_view withoutWhiteEnd(std::string_view text)
 {
-    while (!text.empty() && NyWhiteSpace::is(text.back()))
+    while (!text.empty() && static_cast<unsigned char>(text.back()) <= ' ' && NyWhiteSpace::is(text.back()))
         text.remove_suffix(1);
     return text;
 }

@@ -5,6 +5,7 @@
 #include <nyXml/core/detail/NyWhiteSpace.h>
 #include <nyXml/reader/detail/NyXmlAttributeList.h>
 #include <nyXml/reader/detail/NyXmlContent.h>
+#include <nyXml/reader/detail/NyXmlTextSearch.h>
 
 #include <algorithm>
 #include <cstring>
@@ -17,7 +18,7 @@ namespace {
 
 constexpr std::size_t readSize = 0x3fff;
 constexpr std::size_t usualCapacity = 32 * 1024; // room for a full block behind text that was given up
-constexpr std::size_t zeros = NyShortText::zerosNeeded;
+constexpr std::size_t zeros = std::max(NyShortText::zerosNeeded, NyXmlTextSearch::zerosNeeded);
 
 constexpr std::size_t firstPiece = std::size_t{ 64 } << 10; // of a run that is handed out
 constexpr std::size_t greatestPiece = std::size_t{ 64 } << 20;

@@ -35,7 +35,7 @@ public:
     /// A stream that fails is at its end.
     bool isStreamAtEnd() const;
 
-    /// With NyShortText::zerosNeeded zero bytes behind it.
+    /// With as many zero bytes behind it as NyShortText and NyXmlTextSearch need.
     std::string_view text() const noexcept { return { m_theBlock.get(), m_size }; }
     std::size_t index() const noexcept { return m_theIndex; }
     std::size_t start() const noexcept { return m_start; }
