@@ -1,6 +1,10 @@
 #ifndef NYXML_TESTS_FAILINGMEMORY_H
 #define NYXML_TESTS_FAILINGMEMORY_H
 
+#include <gtest/gtest.h>
+
+#include <new>
+
 /// Lets one allocation of this thread fail with std::bad_alloc, for as long as it lives: the one after \p successes others.
 class FailingMemory {
 public:
@@ -16,5 +20,18 @@ public:
     static long liveBlocks();
     static long allocations();
 };
+
+/// Does something with the allocation behind n others failing. \return whether it came that far
+template <class Operation>
+bool failsAt(unsigned int n, Operation operation)
+{
+    FailingMemory const memory(n);
+    try {
+        operation();
+    } catch (std::bad_alloc const&) {
+        EXPECT_TRUE(memory.hasFailed());
+    }
+    return memory.hasFailed();
+}
 
 #endif

@@ -6,12 +6,27 @@
 #include <nyXml/core/NyXmlObject.h>
 #include <nyXml/reader/NyXmlReader.h>
 #include <nyXml/schema/NyXmlSchema.h>
+#include <nyXml/values/NyXmlEnumType.h>
 #include <nyXml/writer/NyXmlWriter.h>
 
 #include <gtest/gtest.h>
 
 #include <sstream>
 #include <typeinfo>
+
+/// What most tests know of enumerations.
+class Mode : public NyXmlEnumType<int> {
+public:
+    using NyXmlEnumType<int>::NyXmlEnumType;
+    bool xmlInit() override
+    {
+        setEnumString(1, "slow");
+        setEnumString(2, "fast");
+        setEnumString(2, "quick");
+        setEnumString(9, "slow"); // a word that is known keeps its value
+        return NyXmlEnumType<int>::xmlInit();
+    }
+};
 
 /// The texts between bars.
 inline std::vector<std::string> splitAtBars(std::string const& text)
@@ -80,7 +95,7 @@ inline std::string writtenValue(NyXmlObject const& value, bool withDefaults = fa
     writer.setWriteDefaultDataFlag(withDefaults);
     writer.writeStartTag(NyToken("urn:t#root"));
     writer.writeStartTagUsingParentNamespace(NyToken("v"));
-    value.write(writer);
+    EXPECT_TRUE(value.write(writer));
     writer.writeEndTag();
     std::string const document = stream.str();
     return document.substr(document.find("<v"));
@@ -108,7 +123,7 @@ public:
     static std::string of(NyXmlObject const& value)
     {
         SchemaCalls calls;
-        value.writeSchema(calls);
+        EXPECT_TRUE(value.writeSchema(calls));
         return calls.m_text;
     }
     bool writeStartTag(NyToken const& name, XML_STARTTAG_OPTION option) override

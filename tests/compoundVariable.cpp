@@ -88,6 +88,8 @@ TEST(VariableCompound, BuildsAnExpressionTree)
     EXPECT_TRUE(
         readValue(calc, "<cell><sum add='1'><to><sum add='2'><to><sum add='4'/></to></sum><sum add='-8'/></to></sum></cell>"));
     EXPECT_TRUE(readValue(again, writtenValue(calc)));
+    std::string const text = typeid(std::string).name(), libraries = "( [0 addLibraries: size=j [2 element: " + text + " ] ] ";
+    EXPECT_EQ(SchemaCalls::of(calc), libraries + "[0 sum: add=d ( [1 to: " + libraries + "[0 sum: ) ] ) ] ) ");
     for (Bag const* bag : { &calc, &again }) {
         ASSERT_EQ(bag->members.size(), 1u);
         auto const& root = dynamic_cast<Sum const&>(*bag->members[0].object);

@@ -22,6 +22,9 @@ using Span = NyXmlPairType<B<double>, B<double>>;
 
 using Numbers = std::vector<unsigned int>;
 
+std::string const fault =
+    "4: NyXmlFileReader Error: file not well formed.\n\tContent can only follow start tag.\n\tFile: in.xml\n\tLine: 1\n";
+
 /// The items of a container as plain values.
 template <class Plain, class Container>
 Plain plain(Container const& items)
@@ -34,8 +37,6 @@ Plain plain(Container const& items)
 TEST(Containers, SetsAndListsReadEveryMixOfRunsAndElements)
 {
     std::string const size = "3: NyXmlListType Error: list size not equal to attribute value -- ";
-    std::string const fault =
-        "4: NyXmlFileReader Error: file not well formed.\n\tContent can only follow start tag.\n\tFile: in.xml\n\tLine: 1\n";
     struct {
         std::string document;
         Numbers items;
@@ -88,14 +89,6 @@ TEST(Containers, OneObjectServesAllItemsAndAllKeys)
 // The one object is initialised before the first item: words of a run come without.
 TEST(Containers, ItemsKnowTheirTables)
 {
-    struct Mode : NyXmlEnumType<int> {
-        bool xmlInit() override
-        {
-            setEnumString(1, "slow");
-            setEnumString(2, "fast");
-            return NyXmlEnumType<int>::xmlInit();
-        }
-    };
     NyXmlListType<Mode> list;
     EXPECT_TRUE(readValue(list, "<a size='3'><group>fast slow</group><element>fast</element></a>"));
     EXPECT_EQ(plain<std::vector<int>>(list.listContainer()), (std::vector<int>{ 2, 1, 2 }));
@@ -203,6 +196,9 @@ TEST(Containers, MapsReadEntriesAndRefuseWhatIsNone)
         EXPECT_EQ(saidOnReading(map, "<m>" + row.body + "</m>"), row.message);
         EXPECT_EQ((plain<std::map<std::string, double>>(map.mapContainer())), row.entries);
     }
+    Weights map(std::string("old"), 9.0);
+    EXPECT_EQ(saidOnReading(map, "<m/>"), "");
+    EXPECT_TRUE(map.mapContainer().empty());
 }
 
 // Plain entries of basic values are taken whole. The document is cut, and a block ends, at each of its characters.
@@ -260,6 +256,7 @@ TEST(Containers, PairsReadTheirMembersByNameInAnyOrder)
         { "<a><first>1</first><to>2</to><second>3</second></a>", 1, 3, "" },          // the plain names too; the last one wins
         { "<a><from>1</from><x>5</x><to>2</to></a>", 1, 9, "4: " + format + "x.\n" }, // ends at the content of what is not known
         { "<a><x/><from>1</from></a>", 1, 9, "4: " + format + "x.\n" },
+        { "<a><from>1</from>x</a>", 1, 9, fault },
         { "<a><x><y><from>1</from></y></x></a>", 1, 9, "4: " + format + "x.\n" + format + "y.\n" },
     };
     for (auto const& row : rows) {

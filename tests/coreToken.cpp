@@ -51,7 +51,7 @@ TEST(Token, TextIsComparedWithTheLocalName)
     NyToken const token(std::string("u#n"));
     std::string const joined = "u#n", local = token;
     EXPECT_TRUE(token == local && local == token && token == "n" && "n" == token);
-    EXPECT_FALSE(token == joined || joined == token || token == "u#n");
+    EXPECT_FALSE(token == joined || joined == token || token == "u#n" || local == NyToken("m"));
     EXPECT_TRUE(token != local && !(token != joined)) << "unequal is asked of tokens only: the text becomes one first";
 }
 
@@ -102,6 +102,7 @@ TEST(Token, PositionsBehindTheEndAndEndlessTextsThrow)
     EXPECT_EQ(failure([&] { token.erase(4, 1); }), range);
     EXPECT_EQ(failure([&] { token.copy(target, 1, 4); }), range);
     EXPECT_EQ(failure([&] { token.append("abc", 4, 1); }), range);
+    EXPECT_EQ(failure([&] { token.substr(4, 1); }), range);
     EXPECT_EQ(failure([&] { token.resize(~0u); }), "string too long");
     EXPECT_EQ(failure([&] { token.append("a", ~0u); }), "string too long");
     EXPECT_THROW(token.erase(4, 1), std::out_of_range);

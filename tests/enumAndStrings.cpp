@@ -8,19 +8,6 @@
 
 namespace {
 
-class Mode : public NyXmlEnumType<int> {
-public:
-    using NyXmlEnumType<int>::NyXmlEnumType;
-    bool xmlInit() override
-    {
-        setEnumString(1, "slow");
-        setEnumString(2, "fast");
-        setEnumString(2, "quick");
-        setEnumString(9, "slow"); // a word that is known keeps its value
-        return NyXmlEnumType<int>::xmlInit();
-    }
-};
-
 // A writer that escapes strings learns that this one is markup, and all writers get the calls of any string.
 TEST(EmbeddedString, IsAStringToWritersThatKnowItIsMarkup)
 {

@@ -14,19 +14,6 @@
 
 namespace {
 
-/// Does something with the allocation behind n others failing. \return whether it came that far
-template <class Operation>
-bool failsAt(unsigned int n, Operation operation)
-{
-    FailingMemory const memory(n);
-    try {
-        operation();
-    } catch (std::bad_alloc const&) {
-        EXPECT_TRUE(memory.hasFailed());
-    }
-    return memory.hasFailed();
-}
-
 /// Each allocation fails in turn. \param attempt  does its work on fresh objects, with failsAt(n), and looks at them afterwards
 template <class Attempt>
 void forEachAllocation(Attempt attempt)
@@ -140,41 +127,23 @@ using Everything = MembersOf<NyXmlBasicType<char>, NyXmlBasicType<unsigned char>
 std::string const longText = "a text that is longer than a string's own room";
 std::string const joint = " identification=\"7\"><angle>0.123456789012345678</angle><label>" + longText + "</label></";
 
-// The members of Everything in their order, each between its tags.
+// The members of Everything in their order, each between its tags; * is the long text, and @ a joint.
 std::string documentOfEverything()
 {
-    std::string const contents[] = {
-        ">x</",
-        ">200</",
-        ">-3</",
-        ">3</",
-        ">4</",
-        ">0.1</",
-        ">1</",
-        ">" + longText + "</",
-        ">0.123456789012345678</",
-        ">1.5</",
-        ">2.5</",
-        ">a speed of some length, no. 3</",
-        " size=\"3\"><group>1 2.5 0.30000000000000000001</group></",
-        " size=\"2\"><element>" + longText + "</element><element>b</element></",
-        " size=\"2\"><group>0.1 0.2</group></",
-        " size=\"2\"><element" + joint + "element><element" + joint + "element></",
-        " size=\"3\"><group>1 2 3</group></",
-        " size=\"2\"><element x=\"1\" y=\"2\" z=\"3\"/><element x=\"4\" y=\"5\" z=\"6\"/></",
-        "><element><key>" + longText + "</key><value>1</value></element><element><key>k</key><value>" + longText +
-            "</value></element></",
-        "><first>" + longText + "</first><second>2</second></",
-        " q0=\"1\" q1=\"0\" q2=\"0\" q3=\"0\"></",
-        " size=\"2\"><p x=\"1\" y=\"2\" z=\"3\"/><p x=\"4\" y=\"5\" z=\"6\"/></",
-        ">YWJjZGVmZ2hpamtsbW5vcHFyc3R1dnd4eXo=</",
-        "><a b=\"" + longText + "\">c</a></",
-        joint,
-        "><joint" + joint + "joint><joint" + joint + "joint></",
-    };
+    std::string const forms =
+        ">x</|>200</|>-3</|>3</|>4</|>0.1</|>1</|>*</|>0.123456789012345678</|>1.5</|>2.5</|>a speed of some length, no. 3</|"
+        " size='3'><group>1 2.5 0.30000000000000000001</group></| size='2'><element>*</element><element>b</element></|"
+        " size='2'><group>0.1 0.2</group></| size='2'><element@element><element@element></| size='3'><group>1 2 3</group></|"
+        " size='2'><element x='1' y='2' z='3'/><element x='4' y='5' z='6'/></|"
+        "><element><key>*</key><value>1</value></element><element><key>k</key><value>*</value></element></|"
+        "><first>*</first><second>2</second></| q0='1' q1='0' q2='0' q3='0'></|"
+        " size='2'><p x=\"1\" y=\"2\" z=\"3\"/><p x=\"4\" y=\"5\" z=\"6\"/></|>YWJjZGVmZ2hpamtsbW5vcHFyc3R1dnd4eXo=</|"
+        "><a b='*'>c</a></|@|><joint@joint><joint@joint></";
+    std::string const contents =
+        std::regex_replace(std::regex_replace(forms, std::regex("@"), joint), std::regex("[*]"), longText);
     std::string document = "<everything xmlns=\"" + ns + "\">";
     unsigned int count = 0;
-    for (std::string const& content : contents) {
+    for (std::string const& content : splitAtBars(contents)) {
         std::string const name = Everything::nameOf(count++).token();
         document += "\n<" + name + content + name + ">";
     }
