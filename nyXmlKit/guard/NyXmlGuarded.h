@@ -277,7 +277,7 @@ private:
     template <class Call>
     std::string const& fastFrom(char first, Call call)
     {
-        return fast([this, first, call]() -> std::string const& {
+        return fast([&]() -> std::string const& {
             if constexpr (std::is_same_v<Base, NyXmlReader>) {
                 m_isInputOver = !(first == aWord ? this->findWordForFastPath() : this->findForFastPath(first));
                 if (m_isInputOver)

@@ -38,11 +38,12 @@ class Silence {
 /// A copy is as its owner has set it up. A class that cannot be copied, or only as its base, may at least be made anew.
 std::unique_ptr<NyXmlObject> copyOf(NyXmlObject const& object)
 {
+    auto const isOfItsClass = [&object](NyXmlObject const& other) { return typeid(other) == typeid(object); };
     std::unique_ptr<NyXmlObject> copy(object.clone());
-    if (copy != nullptr && typeid(*copy) == typeid(object))
+    if (copy != nullptr && isOfItsClass(*copy))
         return copy;
     std::unique_ptr<NyXmlObject> fresh(object.newObject());
-    return copy == nullptr || (fresh != nullptr && typeid(*fresh) == typeid(object)) ? std::move(fresh) : std::move(copy);
+    return copy == nullptr || (fresh != nullptr && isOfItsClass(*fresh)) ? std::move(fresh) : std::move(copy);
 }
 
 bool isBinary(NyXmlObject const& object) { return dynamic_cast<NyXmlBinaryString const*>(&object) != nullptr; }
