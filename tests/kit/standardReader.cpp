@@ -492,6 +492,24 @@ TEST(StandardReader, PathOfAnotherSize)
     }
 }
 
+// A path takes its numbers past the events, which does not hide what else stands there.
+TEST(StandardReader, TextInAPathIsToldOnce)
+{
+    std::string const element = "<element x='1' y='2' z='3'/>";
+    for (std::string const& inside : { "x" + element + element, element + "\n x " + element, element + element + " x",
+                                       "x" + element + "y" + element + "z" }) {
+        SCOPED_TRACE(inside);
+        Messages messages;
+        Everything all;
+        Reader open("<everything><path size='2'>" + inside + "</path><more>yes</more></everything>", 1);
+        EXPECT_TRUE(all.read(open.reader));
+        EXPECT_EQ(all.path.size(), 2u);
+        EXPECT_EQ(all.more.value(), "yes");
+        EXPECT_EQ(messages.take(), doubt("Text beside the child elements of path was passed over",
+                                         inside.find('\n') == std::string::npos ? 1 : 2));
+    }
+}
+
 TEST(StandardReader, IncludesAndVersions)
 {
     ScratchDirectory const folder;

@@ -140,6 +140,8 @@ private:
     bool beginFast();
     bool nextFast(bool wantsEnds = false);
     bool passFastEnd();
+    void passFastText(Event const& event, std::size_t depth);
+    void tellFastText(int line);
     void leaveFastTag();
     std::size_t endFast();
     Mode readOnBehindFast();
@@ -181,6 +183,7 @@ private:
     bool m_isFastEmpty = false; ///< that element has none: its tag is an empty one
     bool m_isFastInTag = false; ///< the start tag that is next in the queue has been entered
     bool m_hasFastChild = false;
+    bool m_isFastTextLost = false;   ///< in front of the next tag, and not told yet
     std::size_t m_fastDepth = 0;     ///< elements that they have opened
     std::size_t m_fastAttribute = 0; ///< of that start tag
     std::size_t m_fastText = 0;      ///< of the text that is next in the queue

@@ -57,6 +57,7 @@ bool NyXmlStandardReader::Document::nextFast(bool wantsEnds)
 /// Goes behind an end tag. False, and it stays, if the element around ends there.
 bool NyXmlStandardReader::Document::passFastEnd()
 {
+    tellFastText(peek().line);
     m_line = peek().line;
     if (m_fastDepth == 0) {
         m_isFastAtEnd = true;
@@ -66,6 +67,21 @@ bool NyXmlStandardReader::Document::passFastEnd()
     --m_fastDepth;
     advance();
     return true;
+}
+
+/// Goes behind a text that nobody reads, of which the next tag has the line. \param depth  of elements opened by the fast paths
+void NyXmlStandardReader::Document::passFastText(Event const& event, std::size_t depth)
+{
+    std::string_view const text = m_parser.textOf(event);
+    if (depth == 0 && event.kind == Event::Kind::TEXT)
+        m_isFastTextLost = m_isFastTextLost || NyXmlMarkup::findBlack(text, m_fastText) != text.size();
+    advance();
+}
+
+void NyXmlStandardReader::Document::tellFastText(int line)
+{
+    if (std::exchange(m_isFastTextLost, false))
+        noteTextBeside(line);
 }
 
 void NyXmlStandardReader::Document::leaveFastTag()
@@ -85,9 +101,10 @@ std::string const& NyXmlStandardReader::Document::fastTag(bool isSimple)
     while (nextFast()) {
         Event const& event = peek();
         if (event.kind != Event::Kind::START) {
-            advance();
+            passFastText(event, m_fastDepth);
             continue;
         }
+        tellFastText(event.line);
         m_line = event.line;
         m_value = event.name->token.localName();
         m_isFastInTag = m_hasFastChild = true;
@@ -110,9 +127,10 @@ std::string const& NyXmlStandardReader::Document::fastAttribute(bool isLast)
     while (nextFast()) {
         Event const& event = peek();
         if (event.kind != Event::Kind::START) {
-            advance();
+            passFastText(event, m_fastDepth);
             continue;
         }
+        tellFastText(event.line);
         if (!std::exchange(m_isFastInTag, true)) {
             m_line = event.line;
             m_hasFastChild = true;
@@ -213,8 +231,10 @@ Mode NyXmlStandardReader::Document::readOnBehindFast()
         return nextEvent();
     }
     bool isMore = false;
-    for (;; advance()) {
+    for (;;) {
         Event const& event = peek();
+        if (event.kind == Event::Kind::START || event.kind == Event::Kind::END)
+            tellFastText(event.line);
         if (event.kind == Event::Kind::START) {
             isMore = true;
             depth += event.isEmpty ? 0 : 1;
@@ -229,5 +249,6 @@ Mode NyXmlStandardReader::Document::readOnBehindFast()
         } else if (event.kind == Event::Kind::FAULT) {
             return fault(event);
         }
+        passFastText(event, depth);
     }
 }
