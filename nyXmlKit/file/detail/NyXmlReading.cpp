@@ -170,6 +170,8 @@ void NyXmlReading::readGuarded(NyXmlObject& object)
         readBy(reader);
         readWith(reader, object);
         m_theChecker = nullptr;
+        if (checker.areAttributesLeft())
+            worsen(2);
     } else {
         Guarded reader(m_theName, m_theInput.stream(), guard);
         readBy(reader);

@@ -326,6 +326,12 @@ void NyXmlStrictChecker::attribute(std::string const& name, std::string const& v
     }
 }
 
+void NyXmlStrictChecker::leftAttribute(std::string const& name)
+{
+    m_areAttributesLeft = true;
+    unusedAttribute(name);
+}
+
 void NyXmlStrictChecker::unusedAttribute(std::string const& name)
 {
     if (m_theDepth != 0 && top().shape != nullptr && top().shape->kind != Kind::ANYTHING)

@@ -38,7 +38,9 @@ public:
     void repeatedAttribute(std::string const& name);
     void attribute(std::string const& name, std::string const& value);
     /// One that nobody has asked for.
-    void unusedAttribute(std::string const& name);
+    void leftAttribute(std::string const& name);
+    /// Whether there was any, for which a reader would have given the document another code.
+    bool areAttributesLeft() const noexcept { return m_areAttributesLeft; }
     void text(std::string_view text);
     /// The text of a value that takes its element as a whole.
     void rawText(std::string_view text);
@@ -96,6 +98,7 @@ private:
     void choose();
     void checkWords(std::string_view words);
     void checkDifferent(Frame& holder, char const* what, NyXmlShape const& shape, std::string_view text);
+    void unusedAttribute(std::string const& name);
     void takeClaim(Frame& frame, std::string const& value);
     void checkText(NyXmlShape const& shape, std::string_view text, std::string_view attribute = {});
     void checkMembers(Frame const& frame);
@@ -116,6 +119,7 @@ private:
     std::size_t m_theItemsOfRun = 0; ///< before its pieces
     bool m_isInPieces = false;
     std::optional<std::pair<NyXmlFault::Kind, std::string>> m_thePending; ///< of an element that is about to be open
+    bool m_areAttributesLeft = false;
     bool m_isClosed = false;
     bool m_wasText = false;          ///< the last event, which has closed its element
     Kind m_theLast = Kind::ANYTHING; ///< the element that has closed last

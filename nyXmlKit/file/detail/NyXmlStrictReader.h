@@ -150,7 +150,7 @@ private:
         if (!m_isAtTag)
             return;
         while (Base::remainingNumOfAttributes() != 0) {
-            m_theChecker.unusedAttribute(Base::attributeName());
+            m_theChecker.leftAttribute(Base::attributeName());
             Base::attributeValue();
         }
     }
