@@ -8,7 +8,7 @@
 #include <nyXmlKit/file/detail/NyXmlFaultCollector.h>
 #include <nyXmlKit/file/detail/NyXmlFileOutput.h>
 #include <nyXmlKit/file/detail/NyXmlReading.h>
-#include <nyXmlKit/guard/NyXmlFileInput.h>
+#include <nyXmlKit/guard/detail/NyXmlOpenFile.h>
 #include <nyXmlKit/standard/NyXmlStandardWriter.h>
 
 #include <ostream>
@@ -30,7 +30,7 @@ private:
     Ny::Print::ThreadScope m_theScope;
 };
 
-NyXmlReadResult cannotBeRead(std::string const& path, NyXmlFileInput const& file, NyXmlReadOptions const& options)
+NyXmlReadResult cannotBeRead(std::string const& path, NyXmlOpenFile const& file, NyXmlReadOptions const& options)
 {
     bool const isLimit = file.isRefused() && options.guard && options.guard->onlyRegularFiles;
     NyXmlFault fault;
@@ -72,12 +72,13 @@ bool writeDocument(std::ostream& stream, std::string const& name, NyXmlObject co
 
 NyXmlReadResult NyXmlFile::read(std::string const& path, NyXmlObject& object, NyXmlReadOptions const& options)
 {
-    NyXmlFileInput file(path, options.guard && options.guard->onlyRegularFiles);
+    NyXmlOpenFile file(path, options.guard && options.guard->onlyRegularFiles);
     if (!file.error().empty())
         return cannotBeRead(path, file, options);
     NyXmlReading reading(path, file, options);
     Listening const listening(reading.faults());
-    return reading.read(object);
+    NyXmlReadResult result = reading.read(object);
+    return file.isRefused() ? cannotBeRead(path, file, options) : std::move(result); // a directory may tell so when it is read
 }
 
 NyXmlReadResult NyXmlFile::read(std::istream& stream, std::string const& name, NyXmlObject& object,

@@ -2,6 +2,7 @@
 #define NYXMLKIT_GUARD_NYXMLFILEINPUT_H
 
 #include <nyXml/platform/NyXmlExport.h>
+#include <nyXmlKit/guard/detail/NyXmlOpenFile.h>
 
 #include <array>
 #include <cstdint>
@@ -19,12 +20,8 @@
 /// Large reads go past the stream's buffer straight into the caller's memory.
 class NYXML_EXPORT NyXmlFileInput : public std::istream {
 public:
-    /// Tells one file from another, whatever their names are.
-    struct Identity {
-        std::uint64_t device = 0;
-        std::uint64_t file = 0;
-        bool operator==(Identity const& other) const { return device == other.device && file == other.file; }
-    };
+    /// Tells one file from another, whatever their names are: `device` and `file`, two numbers.
+    using Identity = NyXmlOpenFile::Identity;
 
     /// \param onlyRegular  refuse devices, pipes, sockets and directories; nothing but a regular file is opened then, and opening never
     ///                     waits. Otherwise a directory alone is refused.
@@ -32,15 +29,15 @@ public:
     ~NyXmlFileInput() override;
 
     /// What went wrong when the file was opened or read, in a few words; empty if nothing did.
-    std::string const& error() const noexcept { return m_theBuffer.error(); }
+    std::string const& error() const noexcept { return m_theBuffer.file().error(); }
 
     /// Whether the file was refused for its kind, and not because it cannot be read.
-    bool isRefused() const noexcept { return m_theBuffer.isRefused(); }
+    bool isRefused() const noexcept { return m_theBuffer.file().isRefused(); }
 
     /// Bytes of a regular file, 0 for others.
-    std::uint64_t size() const noexcept { return m_theBuffer.size(); }
+    std::uint64_t size() const noexcept { return m_theBuffer.file().size(); }
 
-    Identity const& identity() const noexcept { return m_theBuffer.identity(); }
+    Identity const& identity() const noexcept { return m_theBuffer.file().identity(); }
 
     /// Where the open file really is: absolute, without symbolic links. Empty if the system does not tell.
     std::string realPath() const;
@@ -52,28 +49,14 @@ private:
     class Buffer final : public std::streambuf {
     public:
         Buffer(std::string const& path, bool onlyRegular);
-        ~Buffer() override;
-        std::string const& error() const noexcept { return m_theError; }
-        bool isRefused() const noexcept { return m_isRefused; }
-        std::uint64_t size() const noexcept { return m_theSize; }
-        Identity const& identity() const noexcept { return m_theIdentity; }
-        int descriptor() const noexcept { return m_theDescriptor; }
+        NyXmlOpenFile const& file() const noexcept { return m_theFile; }
 
     protected:
         int_type underflow() override;
         std::streamsize xsgetn(char* to, std::streamsize count) override;
 
     private:
-        void openFile(std::string const& path, bool onlyRegular);
-        void refuse(char const* why);
-        std::size_t take(char* to, std::size_t count);
-
-        int m_theDescriptor = -1;
-        bool m_isRefused = false;
-        std::uint64_t m_theSize = 0;
-        std::uint64_t m_theBytesGiven = 0;
-        Identity m_theIdentity;
-        std::string m_theError;
+        NyXmlOpenFile m_theFile;
         std::array<char, 4096> m_theBytes; // for callers who go byte by byte
     };
 

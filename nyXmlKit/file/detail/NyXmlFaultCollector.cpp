@@ -92,13 +92,12 @@ void NyXmlFaultCollector::setMost(std::size_t most, std::function<void()> whenBr
     m_theWhenBroken = std::move(whenBroken);
 }
 
-void NyXmlFaultCollector::setReader(NyXmlReader const* reader, OpenElements openElements, std::function<Told()> toldElsewhere)
+void NyXmlFaultCollector::setReader(NyXmlReader const* reader, Follower const* follower)
 {
     flush();
     m_isReaderGone = m_theReader != nullptr && reader == nullptr;
     m_theReader = reader;
-    m_theOpenElements = std::move(openElements);
-    m_theToldElsewhere = std::move(toldElsewhere);
+    m_theFollower = follower;
 }
 
 std::string NyXmlFaultCollector::pathOf(std::vector<NyToken> const& names)
@@ -117,7 +116,7 @@ NyXmlFault NyXmlFaultCollector::placed() const
     NyXmlFault fault;
     fault.file = m_theReader != nullptr ? m_theReader->filename() : m_theName;
     fault.line = m_theReader != nullptr ? m_theReader->lineCountOfFile() : 0;
-    fault.path = m_theOpenElements ? pathOf(m_theOpenElements()) : std::string();
+    fault.path = m_theFollower != nullptr ? pathOf(m_theFollower->openElements()) : std::string();
     return fault;
 }
 
@@ -149,7 +148,7 @@ void NyXmlFaultCollector::take(int printType, std::string const& location, std::
         m_isDropped = m_isClosed || isConsequence(piece);
         m_theType = printType;
         m_theLocation = location;
-        m_theTold = m_theToldElsewhere ? m_theToldElsewhere() : Told();
+        m_theTold = m_theFollower != nullptr ? m_theFollower->toldElsewhere() : Told();
         if (!m_isDropped)
             m_thePlace = placed();
     }

@@ -22,22 +22,31 @@ struct NyXmlEndOfReading {};
 /// it began.
 class NyXmlFaultCollector {
 public:
-    using OpenElements = std::function<std::vector<NyToken>()>;
-
     struct Told {
         bool sizes = false;           ///< that there are not as many items as a size says
         bool attributeCounts = false; ///< that a value has too many attributes, or not enough
     };
 
-    /// \param name  of the document, for faults that come before there is a reader
+    /// Who follows the document.
+    class Follower {
+    public:
+        virtual std::vector<NyToken> openElements() const = 0;
+
+        /// Which messages that come now are told by somebody else, with more to them.
+        virtual Told toldElsewhere() const { return {}; }
+
+    protected:
+        ~Follower() = default;
+    };
+
+    /// \param name  of the document, for faults that come before there is a reader. It stays the caller's and must outlive us
     explicit NyXmlFaultCollector(std::string const& name);
 
     /// At most so many faults are kept. One more is a broken limit, of which \p whenBroken is told.
     void setMost(std::size_t most, std::function<void()> whenBroken);
 
-    /// Who tells the place from now on; null says that nobody can.
-    /// \param toldElsewhere  which messages that come now are told by somebody else, with more to them
-    void setReader(NyXmlReader const* reader, OpenElements openElements, std::function<Told()> toldElsewhere = {});
+    /// Who tell the place from now on; both null say that nobody can.
+    void setReader(NyXmlReader const* reader, Follower const* follower);
 
     /// A piece of a message.
     void take(int printType, std::string const& location, std::string const& piece);
@@ -68,13 +77,12 @@ private:
     NyXmlFault placed() const;
     void keep(NyXmlFault fault);
 
-    std::string m_theName;
+    std::string const& m_theName;
     std::size_t m_theMost = static_cast<std::size_t>(-1);
     std::function<void()> m_theWhenBroken;
     NyXmlReader const* m_theReader = nullptr;
     bool m_isReaderGone = false;
-    OpenElements m_theOpenElements;
-    std::function<Told()> m_theToldElsewhere;
+    Follower const* m_theFollower = nullptr;
     bool m_isClosed = false;
     unsigned int m_theErrorCode = 0;
     std::vector<NyXmlFault> m_theFaults;

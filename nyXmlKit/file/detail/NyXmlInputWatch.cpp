@@ -1,25 +1,23 @@
 #include <nyXmlKit/file/detail/NyXmlInputWatch.h>
 
-#include <nyXmlKit/guard/NyXmlFileInput.h>
+#include <nyXmlKit/guard/detail/NyXmlOpenFile.h>
 
 #include <algorithm>
 #include <cstring>
 #include <string_view>
 
-NyXmlInputWatch::NyXmlInputWatch(std::istream& source)
-    : m_theStream(&source),
-      m_theInput(m_theOwnInput.emplace(static_cast<std::streambuf*>(this)))
-{}
-
-NyXmlInputWatch::NyXmlInputWatch(NyXmlFileInput& file) : m_theFile(file.rdbuf()), m_theInput(file) { file.rdbuf(this); }
+std::size_t NyXmlInputWatch::takeFromSource(char* to, std::size_t count)
+{
+    if (m_theFile != nullptr)
+        return m_theFile->take(to, count);
+    return static_cast<std::size_t>(m_theSource->read(to, static_cast<std::streamsize>(count)).gcount());
+}
 
 std::size_t NyXmlInputWatch::take(char* to, std::size_t count)
 {
     if (m_hasEnded)
         return 0;
-    std::streamsize const wanted = static_cast<std::streamsize>(count);
-    std::streamsize const come = m_theFile != nullptr ? m_theFile->sgetn(to, wanted) : m_theStream->read(to, wanted).gcount();
-    std::size_t const got = static_cast<std::size_t>(come);
+    std::size_t const got = takeFromSource(to, count);
     std::string_view const block(to, got);
     std::size_t const black = block.find_last_not_of(" \t\r\n");
     if (black != std::string_view::npos)

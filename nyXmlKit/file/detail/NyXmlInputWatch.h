@@ -7,22 +7,21 @@
 #include <cstddef>
 #include <functional>
 #include <istream>
-#include <optional>
 #include <streambuf>
 #include <utility>
 
-class NyXmlFileInput;
+class NyXmlOpenFile;
 
-/// Passes on a stream block by block, and remembers what the parser does not tell.
+/// Passes on a document block by block, and remembers what the parser does not tell.
 class NyXmlInputWatch final : private std::streambuf {
 public:
     /// Told of the bytes of each read. False ends the stream.
     using Listener = std::function<bool(std::size_t)>;
 
-    explicit NyXmlInputWatch(std::istream& source);
+    explicit NyXmlInputWatch(std::istream& source) : m_theSource(&source), m_theInput(this) {}
 
-    /// The file's stream becomes the watched one: making another one takes longer than reading a small file.
-    explicit NyXmlInputWatch(NyXmlFileInput& file);
+    /// With no other stream in between: making one takes a good part of reading a small file.
+    explicit NyXmlInputWatch(NyXmlOpenFile& file) : m_theFile(&file), m_theInput(this) {}
 
     NyXmlInputWatch(NyXmlInputWatch const&) = delete;
     NyXmlInputWatch& operator=(NyXmlInputWatch const&) = delete;
@@ -42,11 +41,11 @@ protected:
 
 private:
     std::size_t take(char* to, std::size_t count);
+    std::size_t takeFromSource(char* to, std::size_t count);
 
-    std::istream* const m_theStream = nullptr; ///< the source,
-    std::streambuf* const m_theFile = nullptr; ///< or this
-    std::optional<std::istream> m_theOwnInput;
-    std::istream& m_theInput;
+    std::istream* const m_theSource = nullptr;
+    NyXmlOpenFile* const m_theFile = nullptr; ///< or this
+    std::istream m_theInput;
     Listener m_theListener;
     char m_theLastBlack = '\0';
     bool m_hasZeroByte = false;

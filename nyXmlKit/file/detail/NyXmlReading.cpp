@@ -11,8 +11,8 @@
 #include <nyXmlKit/file/detail/NyXmlObjectsVersion.h>
 #include <nyXmlKit/file/detail/NyXmlStrictChecker.h>
 #include <nyXmlKit/file/detail/NyXmlStrictReader.h>
-#include <nyXmlKit/guard/NyXmlFileInput.h>
 #include <nyXmlKit/guard/NyXmlGuarded.h>
+#include <nyXmlKit/guard/detail/NyXmlOpenFile.h>
 
 #include <algorithm>
 #include <atomic>
@@ -88,13 +88,50 @@ bool isVersionOf(NyXmlObject const& object, NyXmlReadOptions::Version version)
     return lastAnswer;
 }
 
-/// The library's signals, for every block. One that nobody hears costs a small file a thirtieth of its time, so that is looked at first.
+/// What a reader knows of its place. The operation is not virtual, so that its class has to be known.
+template <class Reader>
+class PlaceOf final : public NyXmlFaultCollector::Follower {
+public:
+    explicit PlaceOf(Reader const& reader) : m_theReader(reader) {}
+    std::vector<NyToken> openElements() const override { return m_theReader.openElements(); }
+
+private:
+    Reader const& m_theReader;
+};
+
+/// The same with the checker of a strict reading, which is ahead at a text; the reader is at a tag that breaks a limit.
+class PlaceInStep final : public NyXmlFaultCollector::Follower {
+public:
+    /// \param checker  null if nobody asks
+    PlaceInStep(Follower const& reader, NyXmlStrictChecker const* checker) : m_theReader(reader), m_theChecker(checker) {}
+    std::vector<NyToken> openElements() const override
+    {
+        std::vector<NyToken> names = m_theChecker->names();
+        std::vector<NyToken> open = m_theReader.openElements();
+        return open.size() > names.size() ? open : names;
+    }
+    NyXmlFaultCollector::Told toldElsewhere() const override { return m_theChecker->tells(); }
+
+private:
+    Follower const& m_theReader;
+    NyXmlStrictChecker const* m_theChecker;
+};
+
+using Progress = Ny::SignalReadWriteProgressTraits;
+using Status = Ny::SignalReadWriteStatusTraits;
+
+/// One of the library's signals that nobody hears costs a small file a thirtieth of its time, so that is looked at first.
+template <class Traits>
+bool isHeard()
+{
+    static std::atomic<bool> const& isHeard = Ny::isSignalHeard<Traits>(Ny::Application::instance().connectionManager());
+    return isHeard;
+}
+
 template <class Traits, class Value>
 void send(Value const& value)
 {
-    static std::atomic<bool> const& isHeard = Ny::isSignalHeard<Traits>(Ny::Application::instance().connectionManager());
-    if (isHeard)
-        (*Ny::namedSignal<Traits>(Ny::Application::instance().connectionManager()))(value);
+    (*Ny::namedSignal<Traits>(Ny::Application::instance().connectionManager()))(value);
 }
 
 } // namespace
@@ -107,12 +144,11 @@ NyXmlReading::NyXmlReading(std::string const& name, std::istream& stream, NyXmlR
       m_theFaults(name)
 {}
 
-NyXmlReading::NyXmlReading(std::string const& path, NyXmlFileInput& file, NyXmlReadOptions const& options)
+NyXmlReading::NyXmlReading(std::string const& path, NyXmlOpenFile& file, NyXmlReadOptions const& options)
     : m_theName(path),
       m_theOptions(options),
       m_theInput(file),
       m_theFile(&file),
-      m_theTotal(file.size()),
       m_isStrict(options.strictness != NyXmlReadOptions::Strictness::NONE),
       m_theFaults(path)
 {}
@@ -182,18 +218,11 @@ void NyXmlReading::readGuarded(NyXmlObject& object)
 template <class Reader>
 void NyXmlReading::readWith(Reader& reader, NyXmlObject& object)
 {
-    m_theOpenElements = [&reader] { return reader.openElements(); };
-    if (m_theChecker != nullptr)
-        m_theFaults.setReader(
-            &reader,
-            [this, &reader] { // the checker is ahead at a text, the reader at a tag that breaks a limit
-                std::vector<NyToken> names = m_theChecker->names();
-                std::vector<NyToken> open = reader.openElements();
-                return open.size() > names.size() ? open : names;
-            },
-            [this] { return m_theChecker->tells(); });
-    else
-        m_theFaults.setReader(&reader, m_theOpenElements);
+    PlaceOf<Reader> const place(reader);
+    m_theReadersPlace = &place;
+    PlaceInStep const inStep(place, m_theChecker);
+    using Follower = NyXmlFaultCollector::Follower;
+    m_theFaults.setReader(&reader, m_theChecker != nullptr ? static_cast<Follower const*>(&inStep) : &place);
     if (m_theOptions.prepare)
         m_theOptions.prepare(reader);
     try {
@@ -252,7 +281,7 @@ void NyXmlReading::readRest(NyXmlReader& reader)
 {
     if (!m_isStrict)
         dropAttributes(reader);
-    std::size_t open = m_theOpenElements().size();
+    std::size_t open = m_theReadersPlace->openElements().size();
     if (reader.mode() == NyXmlFileReader::XML_READER_EMPTY_TAG)
         --open;
     if (open != 0 && m_isStrict && !isOver(reader.mode())) {
@@ -312,15 +341,27 @@ void NyXmlReading::worsen(unsigned int code)
 
 void NyXmlReading::stop() { m_theFaults.close(); }
 
+// The system is asked for the file's size when somebody wants to know.
+std::uint64_t NyXmlReading::totalWith(std::uint64_t included) const
+{
+    if (m_theFile == nullptr)
+        return 0;
+    m_theFile->look();
+    return m_theFile->size() != 0 ? m_theFile->size() + included : 0;
+}
+
 bool NyXmlReading::advance(std::size_t bytes, std::uint64_t included)
 {
     m_theBytes += bytes;
-    std::uint64_t const total = m_theTotal != 0 ? m_theTotal + included : 0;
+    bool const areSignalsHeard = m_theOptions.toSignals && (isHeard<Progress>() || isHeard<Status>());
+    if (!areSignalsHeard && !m_theOptions.progress)
+        return true;
+    std::uint64_t const total = totalWith(included);
     try {
-        if (m_theOptions.toSignals) {
+        if (areSignalsHeard) {
             double const read = static_cast<double>(m_theBytes);
-            send<Ny::SignalReadWriteProgressTraits>(total != 0 ? read / static_cast<double>(total) : read);
-            send<Ny::SignalReadWriteStatusTraits>(std::string());
+            send<Progress>(total != 0 ? read / static_cast<double>(total) : read);
+            send<Status>(std::string());
         }
         m_theResult.isCancelled = m_theOptions.progress && !m_theOptions.progress(m_theBytes, total);
     } catch (...) {

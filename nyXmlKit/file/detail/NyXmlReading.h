@@ -14,18 +14,19 @@
 #include <iosfwd>
 #include <string>
 
-class NyXmlFileInput;
 class NyXmlObject;
+class NyXmlOpenFile;
 class NyXmlReader;
 class NyXmlStrictChecker;
 
 /// One document on its way into an object.
 class NyXmlReading {
 public:
+    /// \param name, options  stay the caller's and must outlive us
     NyXmlReading(std::string const& name, std::istream& stream, NyXmlReadOptions const& options);
 
     /// From a file, which knows its size and why it ended.
-    NyXmlReading(std::string const& path, NyXmlFileInput& file, NyXmlReadOptions const& options);
+    NyXmlReading(std::string const& path, NyXmlOpenFile& file, NyXmlReadOptions const& options);
 
     /// Where all messages of this thread have to go while read() runs.
     NyXmlFaultCollector& faults() { return m_theFaults; }
@@ -50,19 +51,19 @@ private:
     void dropAttributes(NyXmlReader& reader);
     void examineEnd();
     bool advance(std::size_t bytes, std::uint64_t included);
+    std::uint64_t totalWith(std::uint64_t included) const;
     void worsen(unsigned int code);
     void stop();
 
-    std::string const m_theName;
+    std::string const& m_theName;
     NyXmlReadOptions const& m_theOptions;
     NyXmlInputWatch m_theInput;
-    NyXmlFileInput const* m_theFile = nullptr;
-    std::uint64_t const m_theTotal = 0; ///< bytes of the document, 0 if nobody knows
+    NyXmlOpenFile* const m_theFile = nullptr;
     bool const m_isStrict;
     std::uint64_t m_theBytes = 0;
     NyXmlStrictChecker* m_theChecker = nullptr; ///< while a strict reading runs
     NyXmlFaultCollector m_theFaults;
-    NyXmlFaultCollector::OpenElements m_theOpenElements;
+    NyXmlFaultCollector::Follower const* m_theReadersPlace = nullptr; ///< while a reading runs
     NyXmlReadResult m_theResult;
     std::exception_ptr m_theException; ///< thrown by the application's progress function
     bool m_isRootRead = false;

@@ -13,6 +13,7 @@
 #include <filesystem>
 #include <functional>
 #include <system_error>
+#include <utility>
 
 namespace {
 
@@ -87,7 +88,7 @@ NyXmlGuardState::NyXmlGuardState(std::string const& name, std::istream& stream, 
       m_theName(name),
       m_theStart(std::chrono::steady_clock::now())
 {
-    m_theDocuments.push_back({ NyXmlFileInput::identityOf(name), name });
+    m_theDocuments.push_back({ std::nullopt, name });
     if (!m_theGuard.anyPlugIn)
         NyXmlPlugInGate::enter(*this);
 }
@@ -276,8 +277,11 @@ void NyXmlGuardState::checkItems()
 
 // Links
 
-bool NyXmlGuardState::isOpen(Document const& document) const
+// The system is asked who the first document is when there is a second one.
+bool NyXmlGuardState::isOpen(Document const& document)
 {
+    if (!std::exchange(m_isFirstKnown, true))
+        m_theDocuments.front().identity = NyXmlFileInput::identityOf(m_theName);
     auto const isSame = [&](Document const& open) {
         return document.identity && open.identity ? *document.identity == *open.identity : document.name == open.name;
     };

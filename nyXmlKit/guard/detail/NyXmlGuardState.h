@@ -145,7 +145,7 @@ private:
     }
     std::size_t take(std::istream& source, char* to, std::size_t count);
     void watchTag(char const* bytes, std::size_t count);
-    bool isOpen(Document const& document) const;
+    bool isOpen(Document const& document);
     bool isBelowFolder(std::string const& path) const;
     bool isOverdue() const;
     std::unique_ptr<std::istream> openFile(std::string const& path, Document& document);
@@ -171,6 +171,7 @@ private:
     bool m_isInTag = false;              ///< where the last read ended
     std::size_t m_theTagsAttributes = 0; ///< so far, if the last read ended in a tag
     std::vector<Document> m_theDocuments;
+    bool m_isFirstKnown = false; ///< its identity
 };
 
 #endif
