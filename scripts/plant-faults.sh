@@ -88,7 +88,7 @@ candidates() {
     function emit(line) { printf "%.9f\t%s\t%d\t%s\n", rand(), FILENAME, FNR, line }
     BEGIN { srand(seed) }
     /^#(else|endif)/ { isLeftOut = /^#else/ }
-    isLeftOut || /[^_]assert\(|__attribute__|[wW]ishLargePages\(|hash [=^] |return mix\(/ { next }
+    isLeftOut || /[^_]assert\(|__attribute__|[wW]ishLargePages\(|hash [=^+] |return mix\(|return \(address / { next }
     /^[ \t]*(#|\/\/|using |static_assert|template|extern|friend)/ { next }
     {
         masked = mask($0)

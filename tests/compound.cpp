@@ -340,6 +340,7 @@ TEST(Compound, ClassOfTheWholeObjectIsAskedAfterItsBaseHasInitialisedIt)
         readValue(object, "<cell><angle>2</angle><label>x</label></cell>");
         EXPECT_EQ(object.calls, "look create look create ");
         EXPECT_EQ(object.values(), std::make_tuple(2.0, "x"));
+        EXPECT_EQ(EarlySupplied().componentMap().count("angle"), 1u);
         EXPECT_EQ(EarlySupplied().attributeComponentMap().count("mark"), 1u);
         EXPECT_EQ(EarlySupplied().specialDescriptorMap().count("mark"), 1u);
         EarlyPlain plain;

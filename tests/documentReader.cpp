@@ -23,8 +23,12 @@ TEST(DocumentReader, LinkStartsAtTheDocumentThatHoldsIt)
 {
     struct OpenReader : NyXmlReader {
         using NyXmlReader::NyXmlReader;
+        using NyXmlReader::parseHref;
         using NyXmlReader::pathOfLink;
     };
+    std::string host = "h", directory = "d", file = "f";
+    OpenReader().parseHref("c.xml", host, directory, file);
+    EXPECT_EQ(host + directory + file, "c.xml");
     struct {
         char const *document, *href, *path;
     } const rows[] = {
@@ -245,7 +249,7 @@ TEST(DocumentReader, ReaderLeftInsideIncludesReleasesTheirStreams)
 TEST(DocumentReader, MajorVersionsOfEachDocumentAreCompared)
 {
     ScratchDirectory const directory;
-    std::string const unmarked = include(directory.write("unmarked.xml", "<c/>"));
+    std::string const later = include(directory.write("c.xml", "<c version='4.5.0'/>"));
     std::string const greater = "greater than code base version (v4.0.0).\n";
     std::string const smaller = "two versions smaller than code base version (v4.0.0).\n";
     std::pair<std::string, std::string> const rows[] = {
@@ -255,7 +259,7 @@ TEST(DocumentReader, MajorVersionsOfEachDocumentAreCompared)
     for (auto const& [version, warning] : rows) {
         SCOPED_TRACE(version);
         Messages messages;
-        Open<NyXmlReader> open("<a version='" + version + "' x='1'><b version='9'/>" + unmarked + "</a>", 1);
+        Open<NyXmlReader> open("<a version='" + version + "' x='1'><b version='9'/>" + later + "</a>", 1);
         EXPECT_EQ(open.reader.versionFlag(), warning != greater);
         EXPECT_EQ(seenAt(open.reader), "start a x=1");
         EXPECT_EQ(eventsLeft(open.reader), "empty b version=9 | empty c | end | eof");

@@ -69,9 +69,9 @@ public:
         if (name.empty() || name.size() > longestName)
             return nullptr;
         auto const byte = [name](std::size_t i) { return static_cast<std::size_t>(static_cast<unsigned char>(name[i])); };
-        std::size_t const place = name.size() + 5 * byte(0) + 33 * byte(name.size() / 2) + 129 * byte(name.size() - 1);
+        std::size_t const hash = name.size() + 5 * byte(0) + 33 * byte(name.size() / 2) + 129 * byte(name.size() - 1);
         for (std::size_t way = 0; way != 2; ++way) {
-            std::unique_ptr<NyXmlName>& entry = m_names[(place + way) % places];
+            std::unique_ptr<NyXmlName>& entry = m_names[(hash + way) % places];
             if (!entry) {
                 entry = std::make_unique<NyXmlName>(name);
                 ++m_count;
