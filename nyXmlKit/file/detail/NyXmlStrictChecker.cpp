@@ -388,7 +388,12 @@ void NyXmlStrictChecker::checkWords(std::string_view words)
 {
     Frame& sequence = m_theFrames[m_theDepth - 2];
     NyXmlShape const& item = *sequence.shape->item;
-    for (std::string_view rest = words, word = nextWord(rest); !word.empty(); word = nextWord(rest)) {
+    bool const isEveryday = item.kind == Kind::TEXT && !sequence.shape->isOfDifferent;
+    for (std::string_view rest = words;;) {
+        sequence.items += isEveryday ? item.text.passEveryday(rest, whiteBytes) : 0;
+        std::string_view const word = nextWord(rest);
+        if (word.empty())
+            break;
         ++sequence.items;
         if (item.kind != Kind::TEXT || !item.text.matches(word))
             checkText(item, word);

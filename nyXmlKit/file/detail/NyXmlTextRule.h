@@ -3,6 +3,8 @@
 #ifndef NYXMLKIT_FILE_DETAIL_NYXMLTEXTRULE_H
 #define NYXMLKIT_FILE_DETAIL_NYXMLTEXTRULE_H
 
+#include <array>
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <typeinfo>
@@ -29,6 +31,10 @@ public:
 
     /// Whether it fits without a question to the value.
     bool matches(std::string_view text) const;
+
+    /// Takes words off the start of a run as long as they match and are written as most are, if that is known of the type.
+    /// \return how many
+    std::size_t passEveryday(std::string_view& words, std::array<bool, 256> const& white) const;
 
     /// The same for all texts that give the same value: "1" for " +01". Of a text that fits.
     std::string valueOf(std::string_view text) const;
