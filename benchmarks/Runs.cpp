@@ -1,7 +1,5 @@
 #include "Runs.h"
 
-#include <benchmark/benchmark.h>
-
 #include <malloc.h>
 
 #include <algorithm>
@@ -14,21 +12,6 @@
 namespace bench {
 
 namespace {
-
-void time(benchmark::State& state, Run const& run)
-{
-    for (auto _ : state) {
-        state.PauseTiming();
-        run.prepare();
-        state.ResumeTiming();
-        run.run();
-        state.PauseTiming();
-        run.drop();
-        // Each run pays for the memory that it touches, as a program does that reads a document once.
-        malloc_trim(0);
-        state.ResumeTiming();
-    }
-}
 
 /// Every contender gets the same data out of a document, or into one, before anything is timed.
 bool allRight(Runs const& runs)
@@ -83,7 +66,8 @@ std::size_t itemsOf(std::string const& workload)
 /// A name of its own in the profile: callgrind counts what happens in here.
 [[gnu::noinline]] void measured(bench::Run const& run) { run.run(); }
 
-/// Prints the items of one run, and the least milliseconds of processor time that it took. The first time warms up.
+/// Prints the items of one run, and the least milliseconds of processor time that it took. The first time warms up. Each run pays for the
+/// memory that it touches, as a program does that reads a document once.
 int once(bench::Runs const& runs, std::string const& name, int times)
 {
     for (bench::Run const& run : runs.all()) {
@@ -111,7 +95,8 @@ int once(bench::Runs const& runs, std::string const& name, int times)
 
 } // namespace
 
-/// Benchmarks all runs, or with arguments `once <run> <divisor> <times>` makes one alone, on a part of the data.
+/// `list` names the runs, after each has shown that it gets the data right. `once <run> <divisor> <times>` makes one, on a part of the data:
+/// every contender is measured in a process of its own, since one finds the heap as another left it, large pages included.
 int main(int argc, char** argv)
 {
     bench::Runs runs;
@@ -129,14 +114,13 @@ int main(int argc, char** argv)
         bench::divideSizesBy(static_cast<unsigned int>(std::atoi(argv[3])));
         return once(runs, argv[2], std::atoi(argv[4]));
     }
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv))
+    if (argc != 2 || std::strcmp(argv[1], "list") != 0) {
+        std::fprintf(stderr, "usage: %s list\n       %s once <run> <divisor> <times>\n", argv[0], argv[0]);
         return 2;
+    }
     if (!bench::allRight(runs))
         return 1;
     for (bench::Run const& run : runs.all())
-        benchmark::RegisterBenchmark(run.name.c_str(), bench::time, run)->Unit(benchmark::kMillisecond);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
+        std::puts(run.name.c_str());
     return 0;
 }

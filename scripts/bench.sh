@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Installs what is missing, builds the benchmarks, and prints how this library compares with its peers, as measured in this run.
-# Arguments go to the benchmark program: scripts/bench.sh --benchmark_filter=Catalog
+# An argument is a pattern of runs, as in scripts/bench.sh 'walk|Catalog'. NYXML_BENCH_ROUNDS says how often each is measured.
 # The table is drawn, too, as build/bench/chart.png and .svg. With NYXML_BENCH_RECORD=1 the picture goes into benchmarks/.
 . "$(dirname "${BASH_SOURCE[0]}")/setup.sh"
 
@@ -10,19 +10,23 @@ programs=build/bench/benchmarks
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 
-# The contenders take turns in a random order, so that what else the machine does meets all of them alike.
+# The contenders take turns in a random order, each in a process of its own, so that what else the machine does meets all of them alike
+# and none finds what another left.
 say "measuring; this takes a few minutes"
-"$programs/nyXmlBenchmarks" --benchmark_repetitions="${NYXML_BENCH_REPETITIONS:-9}" --benchmark_enable_random_interleaving=true \
-    --benchmark_min_time=0.01 --benchmark_report_aggregates_only=true \
-    --benchmark_out="$work/results.json" --benchmark_out_format=json "$@" >"$work/log" 2>&1 || fail "$(cat "$work/log")"
+"$programs/nyXmlBenchmarks" list >"$work/all" || fail "a contender gets the data wrong"
+grep -E -- "${1:-}" "$work/all" >"$work/runs" || fail "no run is named like $1"
+for ((round = 0; round < ${NYXML_BENCH_ROUNDS:-9}; ++round)); do
+    while read -r run; do
+        printf '%s %s\n' "$run" "$("$programs/nyXmlBenchmarks" once "$run" 1 1)"
+    done < <(shuf "$work/runs")
+done >"$work/log"
 
-# Lines of workload, contender and median of its milliseconds, between tabs.
-awk '
-function text(line) { sub(/^[^:]*: "?/, "", line); sub(/"?,?$/, "", line); return line }
-/"run_name":/       { split(text($0), name, "/") }
-/"aggregate_name":/ { aggregate = text($0) }
-/"cpu_time":/ && aggregate == "median" { sub(/ *$/, "", name[2]); printf "%s\t%s\t%s\n", name[1], name[2], text($0) }
-' "$work/results.json" >"$work/times"
+# Lines of workload, contender and median of its milliseconds, between tabs. The name of a contender may have blanks.
+sed -E 's#/#\t#; s# ([0-9]+) ([0-9.]+)$#\t\2#' "$work/log" | sort -t "$(printf '\t')" -k1,2 -k3n | awk -F '\t' '
+function median() { if (count) printf "%s\t%s\n", run, times[int((count + 1) / 2)]; count = 0 }
+$1 "\t" $2 != run { median(); run = $1 "\t" $2 }
+{ times[++count] = $3 }
+END { median() }' >"$work/times"
 mapfile -t workloads < <(cut -f1 "$work/times" | awk '!seen[$0]++')
 
 # What callgrind counts for one item, and how many times as long eight times the data take. Both of nyXml alone.
@@ -33,11 +37,15 @@ instructions_of() {
         "$programs/nyXmlBenchmarks" once "$1/nyXml" 50 1 2>&1) || fail "$counted"
     awk '/^[0-9]+ / { items = $1 } /Collected :/ { printf "%d", $4 / items }' <<<"$counted"
 }
+# Both sizes take turns, since the machine may be slower for a while; the least of each counts.
 growth_of() {
-    local small great
-    small=$("$programs/nyXmlBenchmarks" once "$1/nyXml" 8 7)
-    great=$("$programs/nyXmlBenchmarks" once "$1/nyXml" 1 3)
-    awk -v small="${small#* }" -v great="${great#* }" 'BEGIN { printf "%.2f", great / small }'
+    for ((turn = 0; turn < 4; ++turn)); do
+        "$programs/nyXmlBenchmarks" once "$1/nyXml" 8 3
+        "$programs/nyXmlBenchmarks" once "$1/nyXml" 1 2
+    done | awk '
+        !($1 in least) || $2 < least[$1] { least[$1] = $2 }
+        END { for (items in least) if (small == "" || items + 0 < small + 0) { great = small; small = items } else great = items
+              printf "%.2f", least[great] / least[small] }'
 }
 say "counting instructions and growth"
 for workload in "${workloads[@]}"; do
