@@ -301,12 +301,15 @@ TEST(FileStrict, APlantedFaultIsFound)
 TEST(FileStrict, FaultsSayWhatIsWrongAndWhere)
 {
     FileJoint joint;
-    EXPECT_EQ(readText("<joint id='-1' mode='quick'>\n<angle>12kW</angle>\n<angle>1</angle></joint>", joint, strictly()).str(),
-              "doc.xml:1: joint: attribute \"id\": \"-1\" is not a whole number from 0 to 4294967295\n"
-              "doc.xml:1: joint: attribute \"mode\": \"quick\" is not one of the words\n"
-              "doc.xml:2: joint/angle: \"12kW\" is not a number\n"
-              "doc.xml:3: joint/angle: element \"angle\" stands there 2 times\n"
-              "doc.xml:3: joint: element \"name\" is missing\n");
+    EXPECT_EQ(
+        readText("<joint id='-1' mode='quick'>\n<angle>12kW</angle>\n<angle/><angle>1</angle></joint>", joint, strictly()).str(),
+        "doc.xml:1: joint: attribute \"id\": \"-1\" is not a whole number from 0 to 4294967295\n"
+        "doc.xml:1: joint: attribute \"mode\": \"quick\" is not one of the words\n"
+        "doc.xml:2: joint/angle: \"12kW\" is not a number\n"
+        "doc.xml:3: joint/angle: element \"angle\" stands there 2 times\n"
+        "doc.xml:3: joint/angle: \"\" is not a number\n"
+        "doc.xml:3: joint/angle: element \"angle\" stands there 3 times\n"
+        "doc.xml:3: joint: element \"name\" is missing\n");
     EXPECT_EQ(joint.angle, 1.0) << "what can be read is read all the same";
 }
 

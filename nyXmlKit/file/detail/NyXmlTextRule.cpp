@@ -107,7 +107,7 @@ char const* endOfEverydayReal(char const* at, char const* end, bool isFloat)
 bool isEverydayReal(std::string_view text, bool isFloat)
 {
     char const* const end = text.data() + text.size();
-    return endOfEverydayReal(text.data(), end, isFloat) == end;
+    return !text.empty() && endOfEverydayReal(text.data(), end, isFloat) == end; // an empty text may lie at null, too
 }
 
 /// The same for a whole number of at most nine digits.
