@@ -362,6 +362,12 @@ protected:
         seen += token.namespaceAndToken() + " ";
         return taken;
     }
+    bool readAttributeFromToken(NyToken const& token, NyXmlReader& reader) override
+    {
+        bool const taken = Joint::readAttributeFromToken(token, reader);
+        seen += taken ? "taken " : "left ";
+        return taken;
+    }
     bool readValueFromSpecialToken(NyToken const&, NyXmlReader& reader) override { return NyXmlBasicType<int>().read(reader); }
 };
 
@@ -370,9 +376,9 @@ TEST(Compound, HooksSeeEveryNameWhole)
     Messages messages;
     firstAndLater([&] {
         Curious object;
-        readValue(object, "<c:cell xmlns:c='urn:t'><c:label>x</c:label><any>1</any><angle>2</angle></c:cell>");
-        EXPECT_EQ(object.seen, "#label #any #angle ");
-        EXPECT_EQ(messages.take(), "");
+        readValue(object, "<c:cell xmlns:c='urn:t' k='1'><c:label>x</c:label><any>1</any><angle>2</angle></c:cell>");
+        EXPECT_EQ(object.seen, "left #label #any #angle ");
+        EXPECT_EQ(messages.take(), "Bad attribute token: k on line 1\n");
     });
 }
 

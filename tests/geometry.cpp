@@ -87,7 +87,7 @@ TEST(Geometry, ManyVectorsAreReadByPositionWhereverABlockEnds)
         { "<p size='0'></p>", "true 1 " }, // the end tag is left to the caller
         { "<p size='0'/>", "true 3 " },
         { "<p n='1'><e y=\"1\" a=\"2\" x=\"3\"/></p>", "1,2,3 true 4 " }, // no name matters
-        { "<p size='2'><e x=\"1\" y=\"2\"/><e z=\"3\"/>\n<e x=\"4\"\ny=\" 5\" z=\"x\"/></p>", "1,2,3 4,5,0 true 4 " },
+        { "<p size='2'><e x=\"-12.5\" y=\"2\"/><e z=\"3\"/>\n<e x=\"4\"\ny=\" 5\" z=\"x\"/></p>", "-12.5,2,3 4,5,0 true 4 " },
         { "<p size='1' ><e x=\"1\" y='7' y=\"2\" z=\"3\"><f/></e></p>", "1,2,3 false " }, // trusted too far
     };
     for (auto const& row : rows) {

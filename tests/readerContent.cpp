@@ -235,6 +235,7 @@ TEST(ReaderContent, EntriesAreTakenBetweenElements)
         }
         EXPECT_EQ(taken, expected);
         Open<PlainReader> plain(before + entries, events);
+        EXPECT_FALSE(plain.reader.takeEntry(key, value));
         EXPECT_EQ(eventsLeft(open.reader), taken != 0 ? "end | eof" : eventsLeft(plain.reader));
     }
 }
@@ -248,6 +249,7 @@ TEST(ReaderContent, FastPathWithoutAnEnd)
     Open<> open(start + rest + "y\"/></r>", 1);
     EXPECT_TRUE(open.reader.getAttributeValueFast() == rest);
     EXPECT_TRUE(eventsLeft(open.reader) == "start r | empty v x=" + rest + "y | end | eof");
+    EXPECT_FALSE(open.reader.findWordForFastPath());
 }
 
 } // namespace

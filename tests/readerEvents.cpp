@@ -26,7 +26,7 @@ TEST(ReaderEvents, Dialect)
         { "<a>&amp;&#65;</a>", "start a | content &amp;&#65; | eof" },
         { "<a>x<!-- c --></a>", "start a | content x | eof" },
         { "<a>x<!-- c -->y</a>", "start a | content y | eof" },
-        { "<a><!-- <b> - c='1' --->x</a>", "start a | content x | eof" },
+        { "<a><!-- <b> - c='1'> --->x</a>", "start a | content x | eof" },
         { "<!--><a/>", "empty a | eof" },
         { "<a/> <", "empty a | eof" },
         { "\xef\xbb\xbf<a/>", "error" },
@@ -64,7 +64,7 @@ TEST(ReaderEvents, Complaints)
         { "<a>", "start a | error", complaint("Premature end of file.") },
         { "<a></a", "start a | error", complaint("EOF found before end of tag.") },
         // A bad attribute stops nothing, but its element goes by the name around it.
-        { "<r><a b=1/></r>", "start r | empty r | end | eof", complaint("Missing quotes around attribute value.") },
+        { "<r><a b=#2#/></r>", "start r | empty r | end | eof", complaint("Missing quotes around attribute value.") },
         { "<r><a =/></r>", "start r | empty r | end | eof", complaint("Missing attribute name.") },
         { "<r><a b/></r>", "start r | empty r | end | eof", complaint("Extra characters found behind element or attributes.") },
         { "<r><u# b='1'/></r>", "start r | empty r | end | eof", complaint("No element name found in start tag.") },

@@ -139,6 +139,7 @@ TEST(ReaderScanner, OverridesSeeEveryStep)
 {
     struct Loud : NyXmlFileReader {
         using NyXmlFileReader::NyXmlFileReader;
+        using NyXmlFileReader::parseElementAndAttributes;
         NyToken& swapNamespacePrefixWithUri(NyToken& token, DEFAULT_NAMESPACE_OPTION option) const override
         {
             token = NyToken((option == ELEMENT_NAMESPACE ? "element:" : "attribute:") + token.token());
@@ -167,6 +168,7 @@ TEST(ReaderScanner, OverridesSeeEveryStep)
         }
         mutable std::string m_rests;
     };
+    Messages messages;
     Open<Loud> open("<x:a p:b= '1' k='2'><!skip><c>1 2</c>\n<d e=\"3\"></x:a>", 1);
     EXPECT_EQ(open.reader.m_rests, "x:a p:b= '1' k='2';'1' k='2';'2';");
     EXPECT_EQ(seenAt(open.reader), "start element:x:a attribute:k=2 attribute:p:b=1");
@@ -180,6 +182,8 @@ TEST(ReaderScanner, OverridesSeeEveryStep)
     EXPECT_EQ(open.reader.getLastAttributeValueFast(), "3");
     EXPECT_EQ(open.reader.m_rests, "1 2;2;fast;");
     EXPECT_EQ(open.reader.readXml(), NyXmlFileReader::XML_READER_END_TAG);
+    for (auto [tag, isRight] : { std::pair<std::string, bool>("a b='1'", true), { "a b", false }, { "", false } })
+        EXPECT_EQ(open.reader.parseElementAndAttributes(tag), isRight) << tag;
 }
 
 } // namespace

@@ -110,6 +110,7 @@ TEST(Sequences, BothWaysThroughARunAgree)
     NyXmlVectorBasicType<Thousandth> own;
     EXPECT_TRUE(readValue(own, "<a size='3'><group>500 1500</group><element>250</element></a>"));
     EXPECT_EQ(own.vectorContainer(), (std::vector<double>{ 0.5, 1.5, 0.25 }));
+    EXPECT_EQ(writtenValue(own), writtenValue(VB<double>({ 0.5, 1.5, 0.25 })));
 }
 
 // A run that spans blocks is handed over as it comes, before it is known what follows. Whatever that is, the outcome is that of the

@@ -80,8 +80,6 @@ void writeItem(NyXmlWriter& writer, NyXmlItemSource& items, bool isOurs)
 
 } // namespace
 
-bool NyXmlItemSink::takeItem(NyXmlLeafRun&, NyToken const&) { return false; }
-
 NyXmlFileReader::XML_READER_MODE NyXmlItemSink::beginRun(NyXmlReader& reader) { return reader.readXml(); }
 
 unsigned int NyXmlItemSink::readWords(NyXmlReader& reader)

@@ -38,7 +38,7 @@ public:
 
     /// Takes one item from what comes next, if that is a leaf of this name and the item one that may be read so. Does what readItem()
     /// does. \return false, and nothing has changed, if not
-    virtual bool takeItem(NyXmlLeafRun& run, NyToken const& name);
+    virtual bool takeItem(NyXmlLeafRun& run, NyToken const& name) = 0;
 
     /// Whether each item of a run is sure to take a word. Others are watched: one made of attributes or children takes none.
     virtual bool isOfWords() const { return false; }
