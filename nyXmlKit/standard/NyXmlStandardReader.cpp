@@ -131,6 +131,8 @@ bool NyXmlStandardReader::closeFileTest()
 
 bool NyXmlStandardReader::mayReadOn() { return true; }
 
+bool NyXmlStandardReader::maySkip(Skipped, std::size_t) { return true; }
+
 std::unique_ptr<std::istream> NyXmlStandardReader::openLink(std::string const& path, bool remote)
 {
     if (remote)
@@ -197,7 +199,7 @@ void NyXmlStandardReader::passTextLeaf() { m_theTop->passTextLeaf(); }
 
 void NyXmlStandardReader::passTagLeaf() { m_theTop->passTagLeaf(); }
 
-bool NyXmlStandardReader::nextMatchingEndTag() { return m_theTop->skip(); }
+bool NyXmlStandardReader::nextMatchingEndTag() { return m_theTop->skip(this); }
 
 std::string const& NyXmlStandardReader::getChildrenAsString() { return m_theTop->children(); }
 

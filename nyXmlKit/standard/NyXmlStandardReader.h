@@ -151,6 +151,14 @@ protected:
     /// whoever says so has told why.
     virtual bool mayReadOn();
 
+    /// What may stand in an element that is skipped.
+    enum class Skipped { START_TAG, EMPTY_TAG, END_TAG, TEXT };
+
+    /// Whether nextMatchingEndTag() may pass over more, which gives no events. False as with mayReadOn().
+    ///
+    /// \param size  the number of attributes, or the bytes of the text so far
+    virtual bool maySkip(Skipped what, std::size_t size);
+
     /// Opens what an include leads to: a file, or an address if \p remote is true. \return null, or a stream that has failed, if that cannot be
     /// had, which the caller reports
     virtual std::unique_ptr<std::istream> openLink(std::string const& path, bool remote);

@@ -80,6 +80,33 @@ TEST(Guard, LimitsHoldExactly)
     }
 }
 
+// What nobody reads counts as well, however short the document is.
+TEST(Guard, SkippedElementsCount)
+{
+    struct Row {
+        std::size_t Guard::*limit;
+        std::size_t most;
+        char const* limitsName;
+    };
+    Row const rows[] = { { &Guard::depth, 4, "depth" },
+                         { &Guard::text, 5, "text" },
+                         { &Guard::attributes, 2, "attributes" },
+                         { &Guard::items, 3, "items" } };
+    std::string const document =
+        "<node><q>\n<a xmlns:p='u' p:b='1' c='2'/><d><e/></d><f>xx<!-- -->&lt;zz</f></q><value>1</value></node>";
+    for (Row const& row : rows) {
+        SCOPED_TRACE(row.limitsName);
+        NyXmlReadOptions options;
+        options.dialect = NyXmlDialect::STANDARD;
+        options.guard.emplace();
+        (*options.guard).*row.limit = row.most;
+        FileNode node;
+        EXPECT_EQ(endOf(readText(document, node, options)), "1 faults");
+        (*options.guard).*row.limit = row.most - 1;
+        EXPECT_EQ(endOf(readText(document, node, options)), row.limitsName + std::string(" 2 node/q"));
+    }
+}
+
 // Classes of applications read by the fast paths, too, which in the core's reader have no end of their own.
 TEST(Guard, FastPathsReturnAtTheEnd)
 {

@@ -11,7 +11,21 @@ bool NyXmlGuardedStandardReader::nextMatchingEndTag()
     return isFound && !hasEnded();
 }
 
-// An element that is skipped gives no events: what it does to the reader is looked at from block to block.
+bool NyXmlGuardedStandardReader::maySkip(Skipped what, std::size_t size)
+{
+    switch (what) {
+    case Skipped::START_TAG: NyXmlGuardState::enter(size); break;
+    case Skipped::EMPTY_TAG:
+        NyXmlGuardState::enter(size);
+        NyXmlGuardState::leave();
+        break;
+    case Skipped::END_TAG: NyXmlGuardState::leave(); break;
+    case Skipped::TEXT: NyXmlGuardState::checkText(size); break;
+    }
+    return !hasEnded();
+}
+
+// A text or a tag that does not come to its end is no event yet: what it does to the reader is looked at from block to block.
 bool NyXmlGuardedStandardReader::mayReadOn()
 {
     std::size_t const held = bytesHeld();

@@ -27,6 +27,7 @@ public:
 protected:
     bool openFileTest() override { return !hasEnded() && NyXmlStandardReader::openFileTest(); }
     bool mayReadOn() override;
+    bool maySkip(Skipped what, std::size_t size) override;
     std::unique_ptr<std::istream> openLink(std::string const& path, bool remote) override
     {
         return NyXmlGuardState::openLink(path, remote);

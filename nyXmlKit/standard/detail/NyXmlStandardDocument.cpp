@@ -455,7 +455,30 @@ void NyXmlStandardReader::Document::passTagLeaf()
 
 // Subtrees
 
-bool NyXmlStandardReader::Document::skip()
+/// \param text  bytes of the text that the event may go on with
+bool NyXmlStandardReader::Document::maySkip(NyXmlStandardReader& watcher, Event const& event, std::size_t& text)
+{
+    switch (event.kind) {
+    case Event::Kind::START: {
+        text = 0;
+        m_line = event.line;
+        Attribute const* const first = m_parser.attributesOf(event);
+        auto const isOrdinary = [](Attribute const& attribute) { return attribute.name->kind == Name::Kind::ORDINARY; };
+        auto const count = std::count_if(first, first + event.size, isOrdinary);
+        return watcher.maySkip(event.isEmpty ? Skipped::EMPTY_TAG : Skipped::START_TAG, static_cast<std::size_t>(count));
+    }
+    case Event::Kind::END: text = 0; return watcher.maySkip(Skipped::END_TAG, 0);
+    case Event::Kind::TEXT:
+    case Event::Kind::REFERENCE: text += event.size; return watcher.maySkip(Skipped::TEXT, text);
+    case Event::Kind::MARKUP:
+    case Event::Kind::NOTE:
+    case Event::Kind::END_OF_DOCUMENT:
+    case Event::Kind::FAULT: break;
+    }
+    return true;
+}
+
+bool NyXmlStandardReader::Document::skip(NyXmlStandardReader* watcher)
 {
     if (m_mode == NyXmlFileReader::XML_READER_EMPTY_TAG)
         return true;
@@ -465,6 +488,7 @@ bool NyXmlStandardReader::Document::skip()
     if (m_mode == NyXmlFileReader::XML_READER_ERROR || m_open.empty())
         return false;
     leaveStartTag();
+    std::size_t text = 0;
     for (std::size_t depth = endFast();; advance()) {
         Event const& event = peek();
         if (event.kind == Event::Kind::START && !event.isEmpty) {
@@ -477,6 +501,11 @@ bool NyXmlStandardReader::Document::skip()
             return true;
         } else if (event.kind == Event::Kind::FAULT) {
             fault(event);
+            return false;
+        }
+        if (watcher != nullptr && !maySkip(*watcher, event, text)) {
+            m_mode = NyXmlFileReader::XML_READER_ERROR;
+            m_errorCode = 1;
             return false;
         }
     }

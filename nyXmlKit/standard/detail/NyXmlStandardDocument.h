@@ -80,7 +80,8 @@ public:
     void passTagLeaf();
 
     // Subtrees
-    bool skip();
+    /// \param watcher  asked about what is passed over; null if nobody is
+    bool skip(NyXmlStandardReader* watcher = nullptr);
     std::string const& children();
 
     // Fast paths
@@ -121,6 +122,7 @@ private:
     }
     Mode nextEvent();
     Mode fault(Event const& event);
+    bool maySkip(NyXmlStandardReader& watcher, Event const& event, std::size_t& text);
     void open(Event const& event);
     void close();
     void takeAttributes(Event const& event);
