@@ -144,8 +144,11 @@ NyXmlShape* NyXmlStrictChecker::enter(Frame& parent, std::string const& name, bo
                                  "unknown element " + quoted(name) + " where " + quoted(wanted) + " should be");
     };
     switch (shape.kind) {
-    case Kind::MEMBERS:
-    case Kind::TUPLE: return enterMember(parent, name);
+    case Kind::TUPLE:
+        if (isInVectorOfPath()) // which nobody looks into
+            m_thePending.emplace(Fault::UNKNOWN_MEMBER, "unknown element " + quoted(name));
+        [[fallthrough]];
+    case Kind::MEMBERS: return enterMember(parent, name);
     case Kind::CHOICE: return shape.variable != nullptr ? nullptr : &m_theShapes.chosen(shape, name);
     case Kind::SEQUENCE:
     case Kind::PATH:
@@ -299,7 +302,7 @@ void NyXmlStrictChecker::takeClaim(Frame& frame, std::string const& value)
     long long claim = 0;
     auto const result = std::from_chars(value.data(), value.data() + value.size(), claim);
     frame.claim = claim;
-    frame.isClaimBad = result.ec != std::errc() || result.ptr != value.data() + value.size();
+    frame.isClaimBad = result.ec != std::errc() || result.ptr != value.data() + value.size() || claim < 0;
     if (frame.isClaimBad)
         add(Fault::BAD_TEXT, "attribute " + quoted(sizeName()) + ": " + quoted(value) + " is not a number of items");
 }
@@ -366,6 +369,10 @@ void NyXmlStrictChecker::text(std::string_view text)
             checkDifferent(m_theFrames[m_theDepth - 2], "item ", *frame.shape, text);
         break;
     case Kind::RUN: checkWords(text); break;
+    case Kind::TUPLE:
+        if (!isInVectorOfPath())
+            break;
+        [[fallthrough]];
     case Kind::MEMBERS:
     case Kind::CHOICE:
     case Kind::SEQUENCE:
@@ -376,7 +383,6 @@ void NyXmlStrictChecker::text(std::string_view text)
         break;
     case Kind::ANYTHING:
     case Kind::BASE64:
-    case Kind::TUPLE:
     case Kind::ENTRY: break; // these complain, or take it
     }
     end(false);

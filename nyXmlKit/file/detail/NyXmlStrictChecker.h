@@ -63,6 +63,12 @@ public:
     void close() noexcept { m_isClosed = true; }
 
     bool isInPath() const { return m_theDepth != 0 && top().shape != nullptr && top().shape->kind == NyXmlShape::Kind::PATH; }
+    /// The same of a vector in a path.
+    bool isInVectorOfPath() const
+    {
+        NyXmlShape const* const around = m_theDepth > 1 ? m_theFrames[m_theDepth - 2].shape : nullptr;
+        return around != nullptr && around->kind == NyXmlShape::Kind::PATH;
+    }
     std::size_t depth() const noexcept { return m_theDepth; }
 
     /// Which messages of the library tell what is told here.
