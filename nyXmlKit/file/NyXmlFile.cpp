@@ -30,18 +30,23 @@ private:
     Ny::Print::ThreadScope m_theScope;
 };
 
+NyXmlReadResult withFault(std::string const& file, Kind kind, std::string const& text)
+{
+    NyXmlReadResult result;
+    NyXmlFault& fault = result.faults.emplace_back();
+    fault.kind = kind;
+    fault.text = text;
+    fault.file = file;
+    return result;
+}
+
 NyXmlReadResult cannotBeRead(std::string const& path, NyXmlOpenFile const& file, NyXmlReadOptions const& options)
 {
     bool const isLimit = file.isRefused() && options.guard && options.guard->onlyRegularFiles;
-    NyXmlFault fault;
-    fault.kind = isLimit ? Kind::LIMIT : Kind::FILE_ERROR;
-    fault.text = isLimit ? "limit broken: " + std::string(NyXmlGuard::nameOf(NyXmlGuard::Limit::REGULAR_FILES)) + ": "
-                         : std::string("the file cannot be read: ");
-    fault.text += file.error();
-    fault.file = path;
-    NyXmlReadResult result;
-    result.faults.push_back(std::move(fault));
-    return result;
+    if (!isLimit)
+        return withFault(path, Kind::FILE_ERROR, "the file cannot be read: " + file.error());
+    std::string const limit = NyXmlGuard::nameOf(NyXmlGuard::Limit::REGULAR_FILES);
+    return withFault(path, Kind::LIMIT, "limit broken: " + limit + ": " + file.error());
 }
 
 /// Writes the document, and says what the object said.
@@ -84,6 +89,8 @@ NyXmlReadResult NyXmlFile::read(std::string const& path, NyXmlObject& object, Ny
 NyXmlReadResult NyXmlFile::read(std::istream& stream, std::string const& name, NyXmlObject& object,
                                 NyXmlReadOptions const& options)
 {
+    if (stream.fail()) // a file that could not be opened, say
+        return withFault(name, Kind::FILE_ERROR, "the file cannot be read: its stream has failed before");
     NyXmlReading reading(name, stream, options);
     Listening const listening(reading.faults());
     return reading.read(object);

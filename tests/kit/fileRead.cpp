@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <fstream>
 #include <thread>
 #include <vector>
 
@@ -166,6 +167,35 @@ TEST(FileRead, AFileThatCannotBeRead)
     EXPECT_EQ(NyXmlFile::read(folder.path("none.xml"), joint).str(),
               folder.path("none.xml") + ": the file cannot be read: No such file or directory\n");
     EXPECT_EQ(NyXmlFile::read(folder.path(), joint).str(), folder.path() + ": the file cannot be read: it is a directory\n");
+}
+
+// A stream may be one that throws at its end, that has failed before, or that fails on the way.
+TEST(FileRead, StreamsOfAllMoods)
+{
+    class Torn : public std::stringbuf {
+    public:
+        explicit Torn(std::string const& text) : std::stringbuf(text, std::ios::in) {}
+
+    protected:
+        int_type underflow() override
+        {
+            int_type const next = std::stringbuf::underflow();
+            return next != traits_type::eof() ? next : throw std::runtime_error("the line is dead");
+        }
+    };
+    for (NyXmlDialect const dialect : { NyXmlDialect::CORE, NyXmlDialect::STANDARD }) {
+        NyXmlReadOptions options;
+        options.dialect = dialect;
+        FileJoint joint;
+        std::istringstream stream(goodJoint);
+        stream.exceptions(std::ios::failbit | std::ios::badbit | std::ios::eofbit);
+        EXPECT_EQ(NyXmlFile::read(stream, "doc.xml", joint, options).str(), "");
+        std::ifstream none("none.xml");
+        EXPECT_EQ(faultsIn(NyXmlFile::read(none, "doc.xml", joint, options)), "FILE 0 ");
+        Torn torn(goodJoint.substr(0, 60));
+        std::istream half(&torn);
+        EXPECT_EQ(NyXmlFile::read(half, "doc.xml", joint, options).faults.back().kind, Kind::FILE_ERROR);
+    }
 }
 
 TEST(FileRead, TheRootsName)

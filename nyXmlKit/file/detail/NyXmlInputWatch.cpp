@@ -4,13 +4,25 @@
 
 #include <algorithm>
 #include <cstring>
+#include <exception>
 #include <string_view>
 
 std::size_t NyXmlInputWatch::takeFromSource(char* to, std::size_t count)
 {
     if (m_theFile != nullptr)
         return m_theFile->take(to, count);
-    return static_cast<std::size_t>(m_theSource->read(to, static_cast<std::streamsize>(count)).gcount());
+    try {
+        m_theSource->read(to, static_cast<std::streamsize>(count));
+    } catch (std::exception const&) { // its owner wants it so: at the end, too
+    }
+    return static_cast<std::size_t>(m_theSource->gcount());
+}
+
+std::string NyXmlInputWatch::error() const
+{
+    if (m_theFile != nullptr)
+        return m_theFile->error();
+    return m_theSource->bad() ? "its stream is bad" : "";
 }
 
 std::size_t NyXmlInputWatch::take(char* to, std::size_t count)

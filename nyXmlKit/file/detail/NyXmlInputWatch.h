@@ -8,6 +8,7 @@
 #include <functional>
 #include <istream>
 #include <streambuf>
+#include <string>
 #include <utility>
 
 class NyXmlOpenFile;
@@ -29,6 +30,9 @@ public:
     std::istream& stream() noexcept { return m_theInput; }
 
     void setListener(Listener listener) { m_theListener = std::move(listener); }
+
+    /// Why less than the document could be had; empty if that is not so.
+    std::string error() const;
 
     /// The last byte so far that is not white space, or a zero byte.
     char lastBlack() const noexcept { return m_theLastBlack; }

@@ -243,14 +243,16 @@ void NyXmlReading::readDocument(NyXmlReader& reader, NyXmlObject& object)
     readObject(reader, object);
     if (!m_theFaults.isClosed())
         readRest(reader);
+    if (std::string const error = m_theInput.error(); !error.empty() && !m_theFaults.isClosed())
+        m_theFaults.add(Kind::FILE_ERROR, "the file cannot be read to its end: " + error);
 }
 
 bool NyXmlReading::findRoot(NyXmlReader& reader, NyToken const& token)
 {
     if (!isTag(reader.mode())) {
         m_theFaults.flush();
-        if (m_theFile != nullptr && !m_theFile->error().empty())
-            m_theFaults.add(Kind::FILE_ERROR, "the file cannot be read: " + m_theFile->error());
+        if (std::string const error = m_theInput.error(); !error.empty())
+            m_theFaults.add(Kind::FILE_ERROR, "the file cannot be read: " + error);
         else if (m_theFaults.faults().empty())
             m_theFaults.add(Kind::ROOT, "there is no root");
         return false;
@@ -322,8 +324,6 @@ void NyXmlReading::dropAttributes(NyXmlReader& reader)
 // What the core's reader passes over in silence.
 void NyXmlReading::examineEnd()
 {
-    if (m_theFile != nullptr && !m_theFile->error().empty())
-        m_theFaults.add(Kind::FILE_ERROR, "the file cannot be read to its end: " + m_theFile->error());
     if (m_theOptions.dialect == NyXmlDialect::STANDARD)
         return;
     if (m_theInput.hasZeroByte())
