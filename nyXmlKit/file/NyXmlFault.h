@@ -31,9 +31,10 @@ struct NYXML_EXPORT NyXmlFault {
     std::string text; ///< one line. Sentences of the library stand in it as they are
     std::string file; ///< the document, or the included one
     int line = 0;     ///< from 1; 0 if it has no place
+    int column = 0;   ///< from 1; 0 where nobody knows, which is all but an ill-formed document in XML 1.0
     std::string path; ///< names of the open elements, such as "gpx/trk/trkseg/trkpt"; empty outside the root
 
-    /// "model.xml:12: cell/robots/robot: what is wrong"
+    /// "model.xml:12: cell/robots/robot: what is wrong", with a column "model.xml:12:7: ..."
     std::string str() const;
 };
 

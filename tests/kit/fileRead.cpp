@@ -127,6 +127,9 @@ TEST(FileRead, FaultsOfStandardDocuments)
     EXPECT_EQ(faultsOf<FileJoint>("<joint>\n<angle>1</angel></joint>", options), "NOT_WELL_FORMED 2 joint/angle");
     EXPECT_EQ(faultsOf<FileJoint>("<joint>\n<angle>&x;</angle></joint>", options), "NOT_WELL_FORMED 2 joint/angle");
     EXPECT_EQ(faultsOf<FileJoint>("<joint>\n<reech/></joint>", options), "UNKNOWN 2 joint/reech");
+    FileJoint joint;
+    EXPECT_EQ(readText("<joint>\n <angle>\n</angel></joint>", joint, options).str(),
+              "doc.xml:3:3: joint/angle: NyXmlStandardReader Error: file not well formed. mismatched tag.\n");
 }
 
 TEST(FileRead, AFaultInPiecesIsOne)

@@ -4,6 +4,7 @@
 #include <nyXml/reader/NyXmlReader.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <string_view>
 #include <utility>
 
@@ -57,6 +58,14 @@ Kind kindOfIllFormed(std::string_view text, bool isInRoot)
     bool const isAtEnd =
         contains(text, "no element found") || contains(text, "unclosed token") || contains(text, "unclosed CDATA");
     return isAtEnd && isInRoot ? Kind::BROKEN_OFF : Kind::NOT_WELL_FORMED;
+}
+
+/// 0 if a message tells none.
+int columnOf(std::string const& message)
+{
+    static std::string const start = "\n\tColumn: ";
+    std::size_t const place = message.rfind(start);
+    return place != std::string::npos ? std::atoi(message.c_str() + place + start.size()) : 0;
 }
 
 /// The lines of a message in one, without those that say where.
@@ -186,6 +195,7 @@ void NyXmlFaultCollector::flush()
     }
     m_thePlace.kind = kind;
     m_thePlace.text = oneLine(text);
+    m_thePlace.column = columnOf(text);
     keep(std::move(m_thePlace));
     if (kind == Kind::LIMIT)
         close();
