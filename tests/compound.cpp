@@ -170,7 +170,7 @@ TEST(Compound, EveryObjectHasTheMapsThatItRegistered)
     auto const upTo = [&](unsigned int limit) { return static_cast<unsigned int>(random() % limit); };
     auto const randomCall = [&] {
         NyToken const name(upTo(8) == 0 ? "urn:other" : ns, std::string(1, "abcdef"[upTo(6)]));
-        return Call{ Operation(upTo(4)), name, upTo(20) == 0 ? 4 : upTo(4), upTo(60) == 0 };
+        return Call{ Operation(upTo(4)), name, upTo(20) == 0 ? 4 : upTo(4), upTo(9) == 0 };
     };
     Script common(12);
     std::generate(common.begin(), common.end(), randomCall);
@@ -260,6 +260,9 @@ TEST(Compound, EqualityComparesNamesAndMarksAndNoValues)
         one.members[0] = 5;
         EXPECT_EQ(one == two, result);
     }
+    Arm arm;
+    Joint joint;
+    EXPECT_TRUE(arm.xmlInit() && joint.xmlInit() && !(arm.NyXmlCompoundType::operator==(joint)));
 }
 
 // Overrides of what supplies the maps are called for every object of a class, also if they only pass the call on.

@@ -39,6 +39,7 @@ void expectDifferences(Record const& record, bool fit, std::vector<std::function
         EXPECT_TRUE(other == record);
         differences[i](other);
         EXPECT_FALSE(other == record);
+        EXPECT_TRUE(Record(other) == other);
         EXPECT_EQ(fits(record, other), fit);
         EXPECT_EQ(fits(other, record), fit);
     }
