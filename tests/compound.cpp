@@ -170,10 +170,11 @@ TEST(Compound, EveryObjectHasTheMapsThatItRegistered)
     auto const upTo = [&](unsigned int limit) { return static_cast<unsigned int>(random() % limit); };
     auto const randomCall = [&] {
         NyToken const name(upTo(8) == 0 ? "urn:other" : ns, std::string(1, "abcdef"[upTo(6)]));
-        return Call{ Operation(upTo(4)), name, upTo(20) == 0 ? 4 : upTo(4), upTo(9) == 0 };
+        return Call{ Operation(upTo(4)), name, upTo(20) == 0 ? 4 : upTo(4), upTo(60) == 0 };
     };
     Script common(12);
     std::generate(common.begin(), common.end(), randomCall);
+    common.front() = { ATTRIBUTE, "a", 0 };
     for (int round = 0; round < 400; ++round) {
         SCOPED_TRACE(round);
         Scripted object(common); // as the first object had it, but for one change in half of the objects
@@ -182,6 +183,7 @@ TEST(Compound, EveryObjectHasTheMapsThatItRegistered)
         case 1: object.script.push_back(randomCall()); break;
         case 2: object.script[upTo(12)] = randomCall(); break;
         case 3: object.script.clear(); break;
+        case 4: object.script[0].look = true; break;
         default: break;
         }
         object.xmlInit();
