@@ -492,6 +492,25 @@ TEST(StandardReader, PathOfAnotherSize)
     }
 }
 
+// Others declare namespaces where they like, and write attributes in any order.
+TEST(StandardReader, PathAsOthersWriteIt)
+{
+    Messages messages;
+    Everything all;
+    Reader open(
+        "<everything><path size='3'><element xmlns:q='u' z='3' x='1' y='2'/><element x='4' y='5' z='6' xml:space='default'/>"
+        "<element xsi:type='v' y='8' z='9' x='7'></element></path><more>yes</more></everything>",
+        1);
+    EXPECT_TRUE(all.read(open.reader));
+    std::string path;
+    for (std::size_t i = 0; i != all.path.size(); ++i)
+        for (unsigned int k = 0; k != 3; ++k)
+            path += std::to_string(static_cast<int>(all.path[i][k]));
+    EXPECT_EQ(path, "123456789");
+    EXPECT_EQ(all.more.value(), "yes");
+    EXPECT_EQ(messages.take(), "");
+}
+
 // A path takes its numbers past the events, which does not hide what else stands there.
 TEST(StandardReader, TextInAPathIsToldOnce)
 {

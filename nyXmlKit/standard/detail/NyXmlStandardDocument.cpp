@@ -217,10 +217,13 @@ Attribute* NyXmlStandardReader::Document::takeOwnBusiness(Attribute* first, Attr
         }
         return true;
     });
-    return std::remove_if(first, last, [&](Attribute const& attribute) {
-        std::string const& xmlns = namespaceOf(*attribute.name, true);
-        return xmlns == NyXmlFileReader::m_schemaInstanceNamespace || (xmlns.empty() && attribute.name->prefix == "xsi");
-    });
+    return std::remove_if(first, last, [this](Attribute const& attribute) { return isOfSchemaInstance(*attribute.name); });
+}
+
+bool NyXmlStandardReader::Document::isOfSchemaInstance(Name const& name) const
+{
+    std::string const& xmlns = namespaceOf(name, true);
+    return xmlns == NyXmlFileReader::m_schemaInstanceNamespace || (xmlns.empty() && name.prefix == "xsi");
 }
 
 /// Keeps the attributes when the parser is about to need their place.

@@ -127,6 +127,7 @@ private:
     void close();
     void takeAttributes(Event const& event);
     Attribute* takeOwnBusiness(Attribute* first, Attribute* last);
+    bool isOfSchemaInstance(Name const& name) const;
     void ownAttributes();
     Attribute* find(std::string const& localName) const;
     std::string const& take(Attribute& attribute);
@@ -144,6 +145,7 @@ private:
     bool passFastEnd();
     void passFastText(Event const& event, std::size_t depth);
     void tellFastText(int line);
+    void enterFastTag();
     void leaveFastTag();
     std::size_t endFast();
     Mode readOnBehindFast();
@@ -185,10 +187,11 @@ private:
     bool m_isFastEmpty = false; ///< that element has none: its tag is an empty one
     bool m_isFastInTag = false; ///< the start tag that is next in the queue has been entered
     bool m_hasFastChild = false;
-    bool m_isFastTextLost = false;   ///< in front of the next tag, and not told yet
-    std::size_t m_fastDepth = 0;     ///< elements that they have opened
-    std::size_t m_fastAttribute = 0; ///< of that start tag
-    std::size_t m_fastText = 0;      ///< of the text that is next in the queue
+    bool m_isFastTextLost = false;    ///< in front of the next tag, and not told yet
+    std::size_t m_fastDepth = 0;      ///< elements that they have opened
+    std::size_t m_fastAttribute = 0;  ///< of that start tag
+    std::size_t m_fastAttributes = 0; ///< of it that are handed out
+    std::size_t m_fastText = 0;       ///< of the text that is next in the queue
 };
 
 #endif

@@ -5,13 +5,16 @@
 
 #include <nyXmlKit/standard/detail/NyXmlMarkup.h>
 
+#include <algorithm>
 #include <string_view>
 #include <utility>
 
 namespace {
 
 using Mode = NyXmlStandardReader::Mode;
+using Name = NyXmlStandardName;
 using Event = NyXmlStandardParser::Event;
+using Attribute = NyXmlStandardParser::Attribute;
 
 } // namespace
 
@@ -84,6 +87,33 @@ void NyXmlStandardReader::Document::tellFastText(int line)
         noteTextBeside(line);
 }
 
+/// Which attributes of the next tag are handed out. A path asks for x, y and z in this order, and others write them in any.
+void NyXmlStandardReader::Document::enterFastTag()
+{
+    m_isFastInTag = m_hasFastChild = true;
+    m_fastAttribute = 0;
+    Event const& event = peek();
+    m_fastAttributes = event.size;
+    Attribute* const first = m_parser.attributesOf(event);
+    Attribute* last = first + event.size;
+    auto const isOrdinary = [](Attribute const& attribute) {
+        return attribute.name->kind == Name::Kind::ORDINARY && attribute.name->prefix.empty();
+    };
+    if (!std::all_of(first, last, isOrdinary)) {
+        last = std::stable_partition(first, last, [this](Attribute const& attribute) {
+            return attribute.name->kind == Name::Kind::ORDINARY && !isOfSchemaInstance(*attribute.name);
+        });
+        m_fastAttributes = static_cast<std::size_t>(last - first);
+    }
+    auto const letter = [](Attribute const& attribute) {
+        std::string const& name = attribute.name->token.localName();
+        return name.size() == 1 ? name[0] : '\0';
+    };
+    auto const isCoordinate = [&](Attribute const& attribute) { return letter(attribute) >= 'x' && letter(attribute) <= 'z'; };
+    if (m_fastAttributes == 3 && std::all_of(first, last, isCoordinate))
+        std::sort(first, last, [&](Attribute const& one, Attribute const& two) { return letter(one) < letter(two); });
+}
+
 void NyXmlStandardReader::Document::leaveFastTag()
 {
     if (!std::exchange(m_isFastInTag, false))
@@ -107,8 +137,7 @@ std::string const& NyXmlStandardReader::Document::fastTag(bool isSimple)
         tellFastText(event.line);
         m_line = event.line;
         m_value = event.name->token.localName();
-        m_isFastInTag = m_hasFastChild = true;
-        m_fastAttribute = 0;
+        enterFastTag();
         if (isSimple) { // the cursor is behind the tag, whose last byte is lost
             if (!event.isEmpty)
                 m_value.pop_back();
@@ -131,12 +160,11 @@ std::string const& NyXmlStandardReader::Document::fastAttribute(bool isLast)
             continue;
         }
         tellFastText(event.line);
-        if (!std::exchange(m_isFastInTag, true)) {
+        if (!m_isFastInTag) {
             m_line = event.line;
-            m_hasFastChild = true;
-            m_fastAttribute = 0;
+            enterFastTag();
         }
-        if (m_fastAttribute != event.size) {
+        if (m_fastAttribute != m_fastAttributes) {
             m_value = m_parser.attributesOf(event)[m_fastAttribute++].value;
             if (isLast)
                 leaveFastTag();
