@@ -329,6 +329,13 @@ TEST(FileStrict, WhatStandsTwiceIsTold)
               "doc.xml:2: m/element/key: key \"a\" is there already\n");
 }
 
+// Paths ask for their size whether it is there or not.
+TEST(FileStrict, APathWithoutSize)
+{
+    EXPECT_EQ(faultsOf<NyXmlVectorVector>("<v/>", strictly()), "");
+    EXPECT_EQ(faultsOf<NyXmlVectorVector>("<v><element x='1' y='2' z='3'/></v>", strictly()), "UNREAD 1 v");
+}
+
 /// Of a type of the application's own, two words of which stand for one value.
 enum class Hue { RED, BLUE };
 class Colour : public NyXmlEnumType<Hue> {

@@ -53,7 +53,7 @@ public:
 
     std::string const& attributeValue() override
     {
-        if (m_isInBase || this->hasEnded())
+        if (m_isInBase || this->hasEnded() || Base::remainingNumOfAttributes() == 0)
             return Base::attributeValue();
         m_theName = static_cast<std::string const&>(Base::attributeName());
         return checked(Base::attributeValue());
