@@ -53,6 +53,9 @@ TEST(StandardReader, Events)
         { "<a/>", "empty a | eof" },
         { "<a></a>", "start a | end | eof" },
         { "<a> \n </a>", "start a | end | eof" },
+        { "<r><a size='0'> \n </a><a size='0'> <b/></a><a size='0'> x</a><a size='1'></a></r>",
+          "start r | empty a size=0 | start a size=0 | empty b | end | start a size=0 | content x | start a size=1 | end | end | "
+          "eof" },
         { "<a>\n<b/>\n<c>x</c>\n</a>", "start a | empty b | start c | content x | end | eof" },
         { "<?xml version='1.0'?>\n<!-- c --><!DOCTYPE a [<!ELEMENT a ANY>]>\n<?p q?><a/><!-- d -->\n", "empty a | eof" },
         // text comes whole
@@ -479,7 +482,8 @@ TEST(StandardReader, EveryFamilyReadsFromIt)
 TEST(StandardReader, PathOfAnotherSize)
 {
     for (char const* const path :
-         { "<path size='1'><element x='1' y='2' z='3'/><element x='4' y='5' z='6'/></path>",
+         { "<path size='0'></path>", "<path size='0'>\n</path>",
+           "<path size='1'><element x='1' y='2' z='3'/><element x='4' y='5' z='6'/></path>",
            "<path size='2'><element x='1' y='2' z='3'/></path>", "<path size='7'/>", "<path size='2147483647'></path>" }) {
         SCOPED_TRACE(path);
         Messages messages;

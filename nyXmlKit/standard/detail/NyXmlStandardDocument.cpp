@@ -1,5 +1,6 @@
 #include <nyXmlKit/standard/detail/NyXmlStandardDocument.h>
 
+#include <nyXml/core/NyXml.h>
 #include <nyXml/platform/NyPrint.h>
 #include <nyXmlKit/standard/detail/NyXmlMarkup.h>
 
@@ -92,14 +93,16 @@ Mode NyXmlStandardReader::Document::nextEvent()
             break;
         case Event::Kind::MARKUP: break;
         case Event::Kind::NOTE: warn(m_parser.textOf(event), event.line); break;
-        case Event::Kind::START:
+        case Event::Kind::START: {
             if (isTextBeside || (isLeaf && !isBlank(m_content)))
                 noteTextBeside(event.line);
             m_content.clear();
             m_contentStart = 0;
             open(event);
+            bool const isEmpty = event.isEmpty;
             m_parser.pop();
-            return event.isEmpty ? NyXmlFileReader::XML_READER_EMPTY_TAG : NyXmlFileReader::XML_READER_START_TAG;
+            return isEmpty || passEndOfNothing() ? NyXmlFileReader::XML_READER_EMPTY_TAG : NyXmlFileReader::XML_READER_START_TAG;
+        }
         case Event::Kind::END: {
             if (isTextBeside)
                 noteTextBeside(event.line);
@@ -123,6 +126,20 @@ void NyXmlStandardReader::Document::leaveStartTag() noexcept
     m_content.clear();
     m_contentStart = m_firstKept = m_endOfKept = 0;
     m_vectorFlag = false;
+}
+
+/// An empty path is left at its tag, which others write with an end tag of its own. True if what has just started is of size 0 and ends
+/// right there.
+bool NyXmlStandardReader::Document::passEndOfNothing()
+{
+    if (m_attributeCount != 1 || m_first->value != "0" || m_first->name->token.localName() != NyXml::NyCountToken.localName())
+        return false;
+    while (peek().kind == Event::Kind::TEXT && !m_open.back().isPreserved && isBlank(m_parser.textOf(peek())))
+        advance();
+    bool const isOver = peek().kind == Event::Kind::END;
+    if (isOver)
+        m_parser.pop();
+    return isOver;
 }
 
 /// Goes behind an event, of which a fast path may have taken a part.

@@ -134,6 +134,7 @@ private:
     void declarePrefixes(Event const& event, std::vector<std::string_view>& declared);
     void addContent(Event const& event);
     bool endContent();
+    bool passEndOfNothing();
     void noteTextBeside(int line);
     void leaveStartTag() noexcept;
     void advance() noexcept;
