@@ -202,6 +202,7 @@ TEST(Compound, EveryObjectHasTheMapsThatItRegistered)
         EXPECT_EQ(object.componentMap(), object.elements);
         EXPECT_EQ(object.specialDescriptorMap(), object.marks);
     }
+    EXPECT_EQ(writtenValue(Scripted({ { ATTRIBUTE, "a", 0 } }), true), "<v a=\"0\"/>\n");
 }
 
 // Read-only components are read and not written. Of an element and an attribute with one name only the one that was marked last
@@ -275,20 +276,38 @@ public:
     mutable std::string calls;
     mutable ComponentMap* supplied = nullptr;
 
+    void registerComponents() override
+    {
+        Joint::registerComponents();
+        registerAttributeComponentReadOnly("mark", &extra);
+    }
     ComponentMap const& componentMap() const override
     {
         calls += "look ";
         return Joint::componentMap();
     }
 
+    void createAttributeComponentMap() override
+    {
+        calls += "attributes ";
+        Joint::createAttributeComponentMap();
+    }
+
 protected:
+    SpecialDescriptorMap* newSpecialDescriptorMap() override
+    {
+        calls += "marks ";
+        return Joint::newSpecialDescriptorMap();
+    }
     ComponentMap* newComponentMap() const override
     {
         calls += "new ";
-        supplied = Joint::newComponentMap();
+        ComponentMap* const map = Joint::newComponentMap();
+        if (supplied == nullptr) // the one of elements comes first
+            supplied = map;
         if (adds)
-            supplied->emplace("extra", const_cast<NyXmlBasicType<int>*>(&extra));
-        return supplied;
+            map->emplace("extra", const_cast<NyXmlBasicType<int>*>(&extra));
+        return map;
     }
 };
 
@@ -300,7 +319,7 @@ TEST(Compound, SuppliedMapsAreUsed)
             Supplied object;
             object.adds = adds;
             readValue(object, "<cell><extra>4</extra><angle>2</angle></cell>");
-            EXPECT_EQ(object.calls, "new look look ");
+            EXPECT_EQ(object.calls, "new attributes new marks look look ");
             EXPECT_EQ(object.extra.value(), adds ? 4 : 0);
             EXPECT_EQ(object.angle.value(), 2);
             EXPECT_EQ(&object.componentMap(), object.supplied);

@@ -207,7 +207,7 @@ void addLeaf(Random& random, std::string& document, std::string const& name)
         if (name == "d" || (name == "element" && random() % 2 == 0))
             document += "<" + name + " " + place + "/>";
         else
-            document += "<" + name + ">" + text + "</" + name + ">";
+            document += "<" + name + ">" + text + "</" + name + (random() % 32 == 0 ? "s>" : ">");
     }
 }
 
