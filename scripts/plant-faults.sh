@@ -96,7 +96,7 @@ candidates() {
         turn(" < ", " <= "); turn(" <= ", " < "); turn(" > ", " >= "); turn(" >= ", " > ")
         turn(" + ", " - "); turn(" - ", " + "); turn("++", "--"); turn(" += ", " -= "); turn("!(", "(")
         turn("true", "false"); turn("false", "true")
-        if ($0 !~ /virtual|reserve\(|[rR]oom|[cC]apacity|Piece|std::array<[^,]*, [0-9]+>/)
+        if ($0 !~ /virtual|reserve\(|[rR]oom|[cC]apacity|Piece|[sS]ize = [0-9]|places = [0-9]|std::array<[^,]*, [0-9]+>/)
             moveConstants()
         # A call or an assignment as a line of its own; declarations look otherwise.
         if (masked ~ /^ +[A-Za-z_:.>*()-]+(\[[^]]*\])?( [+|&-]?= [^{}]*|\([^{}]*\));$/ && masked !~ /^ +(return|throw|virtual|~)/)

@@ -183,13 +183,13 @@ TEST(Writer, EachDefaultReachesLaterWritersAlone)
         EXPECT_EQ(defaults(), row.settings);
         EXPECT_EQ(settingsOf(early), untouched);
     }
-    early.setLanguageSelection(W::LANGUAGE_QCML);
+    early.setLanguageSelection(W::LANGUAGE(1));
     early.setLanguageSelection(unknown);
     EXPECT_EQ(settingsOf(early), qcml + "all");
     early.writeStartTag("u#r"); // the two schema settings take no part
     EXPECT_EQ(stream.str(),
               declaration + '\n' + qcmlSheet + "\n<r " + instance + "\n  xsi:schemaLocation=\"u\n  .u.xsd\" xmlns=\"u\"");
-    early.setLanguageSelection(W::LANGUAGE_XML);
+    early.setLanguageSelection(W::LANGUAGE(0));
     EXPECT_EQ(settingsOf(early), ' ' + untouched);
 }
 
