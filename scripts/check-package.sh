@@ -36,7 +36,7 @@ refused() { # <what the line says> <declarations>
     for compiler in g++ clang++; do
         command -v $compiler >/dev/null || continue
         ! $compiler -std=c++17 -fsyntax-only -I"$work/installed/include" "$work/wrong.cpp" >"$work/log" 2>&1 || fail "$compiler takes $2"
-        grep error "$work/log" | grep -qF "$1" || fail "$compiler: $2: $(cat "$work/log")"
+        grep -qF "$1" <(grep error "$work/log") || fail "$compiler: $2: $(cat "$work/log")"
     done
 }
 model='struct Arm : NyXmlModel<Arm> { static constexpr auto xmlName = "urn:a#arm";'
