@@ -336,6 +336,19 @@ TEST(FileStrict, APathWithoutSize)
     EXPECT_EQ(faultsOf<NyXmlVectorVector>("<v><element x='1' y='2' z='3'/></v>", strictly()), "UNREAD 1 v");
 }
 
+// A comment drops what stands in front of it, however long that is.
+TEST(FileStrict, ItemsInFrontOfACommentAreNotCounted)
+{
+    for (int words : { 3, 20000 }) {
+        std::string run;
+        for (int i = 0; i != words; ++i)
+            run += " 1";
+        Numbers<double> numbers;
+        EXPECT_EQ(readText("<n size='2'><group>" + run + "<!-- c -->7 8</group></n>", numbers, strictly()).str(), "");
+        EXPECT_EQ(numbers.vectorContainer(), (std::vector<double>{ 7, 8 }));
+    }
+}
+
 /// Of a type of the application's own, two words of which stand for one value.
 enum class Hue { RED, BLUE };
 class Colour : public NyXmlEnumType<Hue> {

@@ -418,20 +418,23 @@ void NyXmlStrictChecker::checkDifferent(Frame& holder, char const* what, NyXmlSh
 
 void NyXmlStrictChecker::piece(std::string_view words)
 {
+    if (!std::exchange(m_isInPieces, true))
+        m_theItemsInPieces = 0;
     if (m_theDepth == 0 || top().shape == nullptr || top().shape->kind != Kind::RUN)
         return;
-    if (!std::exchange(m_isInPieces, true))
-        m_theItemsOfRun = m_theFrames[m_theDepth - 2].items;
+    Frame& sequence = m_theFrames[m_theDepth - 2];
+    std::size_t const before = sequence.items;
     checkWords(words);
+    m_theItemsInPieces += sequence.items - before;
 }
 
-// The run turned out to be none, and may have come to its end.
+// They were none of the run: it has none, or begins behind a comment and has been looked at by now.
 void NyXmlStrictChecker::forgetPieces()
 {
     m_isInPieces = false;
     for (std::size_t i = m_theDepth; i-- > 0;)
         if (m_theFrames[i].shape != nullptr && m_theFrames[i].shape->kind == Kind::SEQUENCE) {
-            m_theFrames[i].items = m_theItemsOfRun;
+            m_theFrames[i].items -= std::exchange(m_theItemsInPieces, 0);
             return;
         }
 }

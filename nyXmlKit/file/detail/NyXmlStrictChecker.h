@@ -122,7 +122,7 @@ private:
     std::size_t m_theDepth = 0;
     std::vector<unsigned int> m_theSeen;
     std::size_t m_theNoticesSeen = 0;
-    std::size_t m_theItemsOfRun = 0; ///< before its pieces
+    std::size_t m_theItemsInPieces = 0; ///< of a run that comes in them
     bool m_isInPieces = false;
     std::optional<std::pair<NyXmlFault::Kind, std::string>> m_thePending; ///< of an element that is about to be open
     bool m_areAttributesLeft = false;
