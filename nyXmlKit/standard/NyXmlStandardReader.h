@@ -99,9 +99,10 @@ public:
     /// The stream of the document on top. Blocks of it are read ahead.
     std::istream& stream() const override;
 
-    // The fast paths, in terms of the document: the next tag, attribute (in the document's order, but x, y and z in this one) or word behind the last event, as far as the end of the
-    // element that was open then. Where that end comes first the text is empty and mode() becomes XML_READER_END_TAG; readXml() then gives this end tag.
-    // Elements that are left open when readXml() is called are passed over together with all that follows them up to that end tag.
+    // The fast paths, in terms of the document: the next tag, attribute (in the document's order, but x, y and z in this one) or word behind
+    // the last event, as far as the end of the element that was open then. Where that end comes first the text is empty and mode() becomes
+    // XML_READER_END_TAG; readXml() then gives this end tag. Elements that are left open when readXml() is called are passed over together
+    // with all that follows them up to that end tag.
 
     /// The name of the next start tag; of an end tag with a "/" in front.
     std::string const& getComplexStartTagFast() override;

@@ -262,27 +262,15 @@ bool NyXmlTextBlock::getLine(std::string& line, char delimiter, bool consume)
     return true;
 }
 
+// The end of the input is not for them to find: it is asked for more, as often as it takes.
 void NyXmlTextBlock::moveToDelim(char delimiter)
 {
-    std::size_t found = m_theIndex == none ? none : text().find(delimiter, m_theIndex);
-    while (found == none) {
-        moveToBlockEnd();
-        readBlock(false);
-        found = text().find(delimiter, m_theIndex);
-    }
-    moveToIndex(found);
+    while (!findDelim(delimiter)) {}
 }
 
 void NyXmlTextBlock::moveToNextWord()
 {
-    auto const findWord = [this] { return NyWhiteSpace::findBlack(text(), std::min(m_theIndex, m_size)); };
-    std::size_t found = findWord();
-    while (found == m_size) {
-        moveToBlockEnd();
-        readBlock(false);
-        found = findWord();
-    }
-    moveToIndex(found);
+    while (!findNextWord()) {}
 }
 
 bool NyXmlTextBlock::findDelim(char delimiter)

@@ -68,9 +68,9 @@ public:
     /// \param line  becomes the text in front of it, or what is left of the input. \return false if the input ended before
     bool getLine(std::string& line, char delimiter, bool consume);
 
-    /// Onto the next delimiter, and onto the next byte that is not white. Skipped text is dropped, so that the block does not grow. No
-    /// test for the end of the input: whoever comes here knows that there is one, and a test once a block would only turn a hang into
-    /// a wrong value.
+    /// Onto the next delimiter, and onto the next byte that is not white. Skipped text is dropped, so that the block does not grow. They
+    /// don't return at the end of the input: whoever comes here knows that there is one, and to return would only turn a hang into a
+    /// wrong value.
     void moveToDelim(char delimiter);
     void moveToNextWord();
 
